@@ -1,0 +1,12 @@
+# Libraries that ./setup has built or installed: the same sources with the same options on both targets.
+find_package(LibXml2 REQUIRED)
+
+add_library(qvi_libxml2 INTERFACE)
+target_link_libraries(qvi_libxml2 INTERFACE LibXml2::LibXml2)
+target_compile_definitions(qvi_libxml2 INTERFACE LIBXML_STATIC)
+if(WIN32)
+    target_link_libraries(qvi_libxml2 INTERFACE ws2_32)
+else()
+    find_package(Threads REQUIRED)
+    target_link_libraries(qvi_libxml2 INTERFACE Threads::Threads m)
+endif()

@@ -1,0 +1,78 @@
+#include "ui/controls.h"
+
+#include <utility>
+
+namespace ui {
+namespace {
+
+// The handler is copied: it may replace itself or end the form that holds it.
+void raise(const Handler& handler) {
+    if (const Handler copy = handler) {
+        copy();
+    }
+}
+
+} // namespace
+
+void Button::userClick() {
+    if (usable()) {
+        raise(onClick);
+    }
+}
+
+void CheckBox::setChecked(bool checked) {
+    if (m_checked != checked) {
+        m_checked = checked;
+        changed(Aspect::Value);
+        raise(onClick);
+    }
+}
+
+void CheckBox::userClick() {
+    if (usable()) {
+        setChecked(!m_checked);
+    }
+}
+
+void ListBox::add(std::string_view item) {
+    m_items.emplace_back(item);
+    changed(Aspect::Items);
+}
+
+void ListBox::clear() {
+    m_items.clear();
+    m_selected.reset();
+    ++m_generation;
+    changed(Aspect::Items);
+    changed(Aspect::Selection);
+}
+
+std::string ListBox::selectedText() const {
+    return m_selected ? m_items[*m_selected] : std::string();
+}
+
+void ListBox::setSelected(std::optional<std::size_t> index) {
+    if (index && *index >= m_items.size()) {
+        index.reset();
+    }
+    if (m_selected != index) {
+        m_selected = index;
+        changed(Aspect::Selection);
+        raise(onClick);
+    }
+}
+
+void ListBox::userSelect(std::size_t index) {
+    if (usable() && index < m_items.size()) {
+        setSelected(index);
+    }
+}
+
+void PictureBox::setPicture(std::shared_ptr<const base::Picture> picture) {
+    if (m_picture != picture) {
+        m_picture = std::move(picture);
+        changed(Aspect::Picture);
+    }
+}
+
+} // namespace ui

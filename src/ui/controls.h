@@ -1,0 +1,98 @@
+// The controls a form is made of. Setters are for the form's logic; what only a person can do is user...(), which the
+// logic never calls. A person cannot act on a control that is disabled or hidden: such a call does nothing.
+#pragma once
+
+#include "base/picture.h"
+#include "ui/control.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ui {
+
+using Handler = std::function<void()>;
+
+// Text that explains; wraps at the control's width.
+class Label : public Control {
+public:
+    using Control::Control;
+    void setText(std::string_view text) { storeText(text); }
+};
+
+// A titled box around controls that belong together.
+class Frame : public Control {
+public:
+    using Control::Control;
+    void setText(std::string_view text) { storeText(text); }
+};
+
+class Button : public Control {
+public:
+    using Control::Control;
+    Handler onClick;
+
+    void setText(std::string_view text) { storeText(text); }
+    void userClick();
+};
+
+// Assigning a new value raises onClick, as the platform does.
+class CheckBox : public Control {
+public:
+    using Control::Control;
+    Handler onClick;
+
+    void setText(std::string_view text) { storeText(text); }
+    [[nodiscard]] bool checked() const noexcept { return m_checked; }
+    void setChecked(bool checked);
+    void userClick();
+
+private:
+    bool m_checked = false;
+};
+
+// A list of lines in the order they were added, duplicates included; at most one is selected.
+class ListBox : public Control {
+public:
+    using Control::Control;
+    Handler onClick; // the selection changed, by a person or by setSelected
+
+    [[nodiscard]] const std::vector<std::string>& items() const noexcept { return m_items; }
+    // Only grows until the next clear(): a presenter that has shown n lines of this generation adds the rest.
+    [[nodiscard]] std::uint64_t generation() const noexcept { return m_generation; }
+    void add(std::string_view item);
+    void clear(); // also clears the selection, silently
+
+    [[nodiscard]] std::optional<std::size_t> selected() const noexcept { return m_selected; }
+    // Empty when nothing is selected.
+    [[nodiscard]] std::string selectedText() const;
+    // An index past the end selects nothing.
+    void setSelected(std::optional<std::size_t> index);
+    void userSelect(std::size_t index);
+
+private:
+    std::vector<std::string> m_items;
+    std::uint64_t m_generation = 0;
+    std::optional<std::size_t> m_selected;
+};
+
+// Shows a picture shrunk to its own size, or its text as a quiet placeholder.
+class PictureBox : public Control {
+public:
+    using Control::Control;
+
+    void setText(std::string_view text) { storeText(text); }
+    // Null shows the placeholder text.
+    [[nodiscard]] const std::shared_ptr<const base::Picture>& picture() const noexcept { return m_picture; }
+    void setPicture(std::shared_ptr<const base::Picture> picture);
+
+private:
+    std::shared_ptr<const base::Picture> m_picture;
+};
+
+} // namespace ui

@@ -1,0 +1,71 @@
+#include "ui/form.h"
+
+#include "base/runtime_error.h"
+#include "ui/desktop.h"
+
+namespace ui {
+
+void Form::setCaption(std::string_view caption) {
+    if (m_caption != caption) {
+        m_caption = caption;
+        if (observer() != nullptr) {
+            observer()->captionChanged();
+        }
+    }
+}
+
+void Form::load() {
+    if (m_loaded) {
+        return;
+    }
+    m_loaded = true;
+    try {
+        Form_Load();
+    } catch (...) {
+        m_loaded = false;
+        throw;
+    }
+}
+
+void Form::showModal() {
+    if (m_shown) {
+        throw base::RuntimeError(base::error::kFormAlreadyDisplayed);
+    }
+    load();
+    m_shown = true;
+    try {
+        m_desktop.showModal(*this);
+    } catch (...) {
+        m_shown = false;
+        throw;
+    }
+    m_shown = false;
+}
+
+void Form::hide() {
+    if (m_shown) {
+        m_shown = false;
+        if (observer() != nullptr) {
+            observer()->hidden();
+        }
+    }
+}
+
+void Form::unload() {
+    hide();
+    m_loaded = false;
+}
+
+void Form::setFocus(Control& control) {
+    m_focused = &control;
+    if (observer() != nullptr) {
+        observer()->focusMoved(control);
+    }
+}
+
+char16_t Form::userKey(char16_t key) {
+    Form_KeyPress(key);
+    return key;
+}
+
+} // namespace ui

@@ -1,0 +1,68 @@
+// A form: a window's worth of controls with its life cycle and keys, as a plain object.
+#pragma once
+
+#include "ui/container.h"
+
+#include <string>
+#include <string_view>
+
+namespace ui {
+
+class Desktop;
+
+// Character codes of the keys that forms look for.
+namespace key {
+inline constexpr char16_t kReturn = 13;
+inline constexpr char16_t kEscape = 27;
+} // namespace key
+
+class Form : public Container {
+public:
+    // `name` must outlive the form (a literal); it names its template and its window class.
+    Form(Desktop& desktop, std::string_view name) : m_desktop(desktop), m_name(name) {}
+
+    [[nodiscard]] std::string_view name() const noexcept { return m_name; }
+    [[nodiscard]] const std::string& caption() const noexcept { return m_caption; }
+    void setCaption(std::string_view caption);
+
+    // Runs Form_Load, once until the next unload.
+    void load();
+    // Loads if need be, shows, and returns when hidden or unloaded. Raises 400 when it is shown already.
+    void showModal();
+    // Ends showModal; the form stays loaded.
+    void hide();
+    // Ends showModal; the next load runs Form_Load again. Public fields and control states live on.
+    void unload();
+
+    [[nodiscard]] bool loaded() const noexcept { return m_loaded; }
+    [[nodiscard]] bool shown() const noexcept { return m_shown; }
+
+    // The control that has the focus; null when none had it yet.
+    [[nodiscard]] Control* focused() const noexcept { return m_focused; }
+    void setFocus(Control& control);
+
+    // A person's key, before the focused control sees it. Returns what is left of it: 0 when the form took it.
+    char16_t userKey(char16_t key);
+    // A person's click on the window's close box.
+    void userClose() { Form_CloseBox(); }
+    // A person moved the focus.
+    void userFocus(Control& control) { m_focused = &control; }
+
+protected:
+    virtual void Form_Load() {}
+    // Setting the key to 0 swallows it.
+    virtual void Form_KeyPress(char16_t& key) { static_cast<void>(key); }
+    virtual void Form_CloseBox() { unload(); }
+
+    [[nodiscard]] Desktop& desktop() const noexcept { return m_desktop; }
+
+private:
+    Desktop& m_desktop;
+    std::string_view m_name;
+    std::string m_caption;
+    Control* m_focused = nullptr;
+    bool m_loaded = false;
+    bool m_shown = false;
+};
+
+} // namespace ui
