@@ -14,7 +14,8 @@ struct DateTime {
     int second = 0;
 };
 
-// "yyyyMMdd_hhmmss" with a 24-hour clock, zero-padded: 20261115_190812. Used in names of kept files, so it sorts by time.
+// "yyyyMMdd_hhmmss" with a 24-hour clock, zero-padded: 20261115_190812. Used in names of kept files, so it sorts by
+// time.
 [[nodiscard]] std::string fileTimestamp(const DateTime& time);
 
 } // namespace base

@@ -1,0 +1,73 @@
+#include "entry/clsQVI_Link.h"
+
+#include "base/runtime_error.h"
+#include "entry/QVI_global.h"
+#include "entry/environment.h"
+
+namespace entry {
+namespace {
+
+// Keeps a second Show method out while one runs: a host's timer must not overwrite the values under an open dialog.
+class Showing {
+public:
+    explicit Showing(Environment& environment) : m_environment(environment) {
+        if (environment.desktop.showsForm() || environment.showing.test_and_set()) {
+            throw base::RuntimeError(base::error::kFormAlreadyDisplayed);
+        }
+    }
+    Showing(const Showing&) = delete;
+    Showing& operator=(const Showing&) = delete;
+    ~Showing() { m_environment.showing.clear(); }
+
+private:
+    Environment& m_environment;
+};
+
+// Lets go of the image manager however ShowForm ends, so that every call starts with a fresh form.
+class ImageManagerRelease {
+public:
+    explicit ImageManagerRelease(Environment& environment) : m_environment(environment) {}
+    ImageManagerRelease(const ImageManagerRelease&) = delete;
+    ImageManagerRelease& operator=(const ImageManagerRelease&) = delete;
+    ~ImageManagerRelease() { m_environment.imageManager.reset(); }
+
+private:
+    Environment& m_environment;
+};
+
+} // namespace
+
+void clsQVI_Link::ShowForm() {
+    const Showing showing(m_environment);
+    const ImageManagerRelease release(m_environment);
+    images::frmQVI_Images& form = fillImageManager();
+    form.gSettingString = gSettingString;
+    form.openSendReceive = [&environment = m_environment] { showSendReceive(environment); };
+    form.load();
+    form.showModal();
+    NewImageFile = form.NewImageFile;
+    DeleteLink = form.DeleteLink;
+}
+
+void clsQVI_Link::ShowFormSendReceive() {
+    const Showing showing(m_environment);
+    fillImageManager();
+    showSendReceive(m_environment);
+}
+
+images::frmQVI_Images& clsQVI_Link::fillImageManager() {
+    Environment& e = m_environment;
+    if (!e.imageManager) {
+        e.imageManager = std::make_shared<images::frmQVI_Images>(
+            images::ImageServices{e.desktop, e.fileSystem, e.settings, e.clock, e.pictures});
+    }
+    images::frmQVI_Images& form = *e.imageManager;
+    form.ProductCode = ProductCode;
+    form.ImagesFile = ImagesFile;
+    form.gQuorVantisPath = gQuorVantisPath;
+    form.gProfileNumber = gProfileNumber;
+    form.gWebAddress = gWebAddress;
+    return form;
+}
+
+} // namespace entry

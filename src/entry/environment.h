@@ -1,0 +1,32 @@
+// What the entry objects work with: the outside services, and the one form variable that lives between calls.
+#pragma once
+
+#include "images/frmQVI_Images.h"
+#include "ports/clock.h"
+#include "ports/file_system.h"
+#include "ports/picture_decoder.h"
+#include "ports/settings.h"
+#include "ui/desktop.h"
+
+#include <atomic>
+#include <memory>
+
+namespace entry {
+
+// One per process, made by the composition root. The services are not owned and outlive it.
+struct Environment {
+    ui::Desktop& desktop;
+    ports::FileSystem& fileSystem;
+    ports::Settings& settings;
+    ports::Clock& clock;
+    ports::PictureDecoder& pictures;
+
+    // The current image manager form with the host's values in its variables. All clsQVI_Link objects share it: it is
+    // filled by either Show method, and released only at the end of ShowForm.
+    std::shared_ptr<images::frmQVI_Images> imageManager;
+
+    // Set while a Show method runs, on whatever thread.
+    std::atomic_flag showing;
+};
+
+} // namespace entry
