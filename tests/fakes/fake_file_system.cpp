@@ -1,0 +1,261 @@
+#include "fakes/fake_file_system.h"
+
+#include "base/runtime_error.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace fakes {
+namespace {
+
+using base::RuntimeError;
+namespace error = base::error;
+
+bool isSeparator(char c) {
+    return c == '\\' || c == '/';
+}
+
+bool endsWithSeparator(std::string_view path) {
+    return !path.empty() && isSeparator(path.back());
+}
+
+bool isDrive(std::string_view part) {
+    return part.size() == 2 && part[1] == ':';
+}
+
+// The full path without doubled separators, "." and "..". Raises the error that opening such a name gives.
+std::string tidied(std::string_view path) {
+    if (path.empty() || (path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]))) {
+        throw RuntimeError(error::kPathNotFound); // no name, or a network path
+    }
+    std::vector<std::string_view> parts;
+    for (std::size_t i = 0; i < path.size();) {
+        const std::size_t end = std::min(path.find_first_of("\\/", i), path.size());
+        const std::string_view part = path.substr(i, end - i);
+        if (part == "..") {
+            if (!parts.empty() && !isDrive(parts.back())) {
+                parts.pop_back();
+            }
+        } else if (!part.empty() && part != ".") {
+            if (part.find_first_of("*?<>|\"") != part.npos ||
+                (part.find(':') != part.npos && !(i == 0 && isDrive(part)))) {
+                throw RuntimeError(error::kBadFileName);
+            }
+            parts.push_back(part);
+        }
+        i = end + 1;
+    }
+    std::string out = parts.empty() || !isDrive(parts[0]) ? "C:" : std::string();
+    for (const std::string_view part : parts) {
+        out.append(out.empty() ? "" : "\\").append(part);
+    }
+    return out;
+}
+
+std::string keyOf(std::string_view path) {
+    return base::upperCase(tidied(path));
+}
+
+std::string parentOf(const std::string& key) {
+    return key.substr(0, key.find_last_of('\\'));
+}
+
+} // namespace
+
+template <typename Body>
+auto FakeFileSystem::record(std::string operation, Body&& body) {
+    const std::size_t entry = m_operations.size();
+    m_operations.push_back(std::move(operation));
+    try {
+        return body();
+    } catch (const RuntimeError& e) {
+        m_operations[entry] += " !" + std::to_string(e.number());
+        throw;
+    }
+}
+
+void FakeFileSystem::addFolder(std::string_view path) {
+    for (std::string key = keyOf(path); m_folders.insert(key).second && key.find('\\') != key.npos;) {
+        key = parentOf(key);
+    }
+}
+
+void FakeFileSystem::addFile(std::string_view path, std::string_view bytes) {
+    const std::string full = tidied(path);
+    addFolder(parentOf(full));
+    const auto [place, added] = m_files.try_emplace(base::upperCase(full));
+    if (added) {
+        place->second.spelling = full;
+    }
+    place->second.bytes = bytes;
+}
+
+std::string FakeFileSystem::contents(std::string_view path) const {
+    const auto found = m_files.find(keyOf(path));
+    if (found == m_files.end()) {
+        throw std::logic_error("no such file: " + std::string(path));
+    }
+    return found->second.bytes;
+}
+
+bool FakeFileSystem::hasFile(std::string_view path) const {
+    return m_files.contains(keyOf(path));
+}
+
+std::vector<std::string> FakeFileSystem::files() const {
+    std::vector<std::string> paths;
+    for (const auto& [key, file] : m_files) {
+        paths.push_back(file.spelling);
+    }
+    return paths;
+}
+
+void FakeFileSystem::lock(std::string_view path) {
+    m_locked.insert(keyOf(path));
+}
+
+void FakeFileSystem::unlock(std::string_view path) {
+    m_locked.erase(keyOf(path));
+}
+
+void FakeFileSystem::setReadOnly(std::string_view path, bool readOnly) {
+    m_files.at(keyOf(path)).readOnly = readOnly;
+}
+
+void FakeFileSystem::denyCreation(std::string_view folder) {
+    m_denied.insert(keyOf(folder));
+}
+
+void FakeFileSystem::allowCreation(std::string_view folder) {
+    m_denied.erase(keyOf(folder));
+}
+
+void FakeFileSystem::failWrite(int nth) {
+    m_failingWrite = nth;
+}
+
+bool FakeFileSystem::fileExists(std::string_view path) {
+    try {
+        return !endsWithSeparator(path) && m_files.contains(keyOf(path));
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+bool FakeFileSystem::folderExists(std::string_view path) {
+    try {
+        return m_folders.contains(keyOf(path));
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+void FakeFileSystem::createFolder(std::string_view path) {
+    record("createFolder " + std::string(path), [&] {
+        const std::string key = keyOf(path);
+        if (m_folders.contains(key) || m_files.contains(key)) {
+            throw RuntimeError(error::kPathFileAccess);
+        }
+        requireParent(key);
+        requireCreation(key);
+        m_folders.insert(key);
+    });
+}
+
+std::string FakeFileSystem::readFile(std::string_view path) {
+    return record("read " + std::string(path), [&] { return openFile(keyOf(path)).bytes; });
+}
+
+void FakeFileSystem::replaceFile(std::string_view path, std::string_view bytes) {
+    record("replace " + std::string(path), [&] {
+        const std::string full = tidied(path);
+        const std::string key = base::upperCase(full);
+        const auto target = m_files.find(key);
+        const bool isNew = target == m_files.end();
+        if (m_folders.contains(key) || (!isNew && target->second.readOnly)) {
+            throw RuntimeError(error::kPathFileAccess);
+        }
+        requireParent(key);
+        requireUnlocked(key);
+        if (isNew) {
+            requireCreation(key);
+        }
+        if (!m_denied.contains(parentOf(key))) {
+            const std::string temporary = key + ".TMP";
+            requireUnlocked(temporary);
+            if (m_folders.contains(temporary)) {
+                throw RuntimeError(error::kPathFileAccess);
+            }
+            m_files.erase(temporary); // a stray one of an earlier save
+        }
+        if (m_failingWrite > 0 && --m_failingWrite == 0) {
+            throw RuntimeError(error::kDiskFull);
+        }
+        addFile(full, bytes);
+    });
+}
+
+void FakeFileSystem::moveFile(std::string_view from, std::string_view to) {
+    record("move " + std::string(from) + " -> " + std::string(to), [&] {
+        const std::string source = keyOf(from);
+        const std::string full = tidied(to);
+        const std::string target = base::upperCase(full);
+        File& file = openFile(source);
+        if (source != target && (m_files.contains(target) || m_folders.contains(target))) {
+            throw RuntimeError(error::kPathFileAccess);
+        }
+        requireParent(target);
+        if (parentOf(source) != parentOf(target)) {
+            requireCreation(target);
+        }
+        File moved = std::move(file);
+        moved.spelling = full;
+        m_files.erase(source);
+        m_files[target] = std::move(moved);
+    });
+}
+
+void FakeFileSystem::removeFile(std::string_view path) {
+    record("remove " + std::string(path), [&] {
+        const std::string key = keyOf(path);
+        if (openFile(key).readOnly) {
+            throw RuntimeError(error::kPathFileAccess);
+        }
+        m_files.erase(key);
+    });
+}
+
+FakeFileSystem::File& FakeFileSystem::openFile(const std::string& key) {
+    if (m_folders.contains(key)) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+    requireParent(key);
+    const auto found = m_files.find(key);
+    if (found == m_files.end()) {
+        throw RuntimeError(error::kFileNotFound);
+    }
+    requireUnlocked(key);
+    return found->second;
+}
+
+void FakeFileSystem::requireParent(const std::string& key) const {
+    if (!m_folders.contains(parentOf(key))) {
+        throw RuntimeError(error::kPathNotFound);
+    }
+}
+
+void FakeFileSystem::requireCreation(const std::string& key) const {
+    if (m_denied.contains(parentOf(key))) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+}
+
+void FakeFileSystem::requireUnlocked(const std::string& key) const {
+    if (m_locked.contains(key)) {
+        throw RuntimeError(error::kPermissionDenied);
+    }
+}
+
+} // namespace fakes
