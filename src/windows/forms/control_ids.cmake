@@ -1,0 +1,41 @@
+# Turns resource.h, the only table of ids, into a list of (form, control, id) that programs can search by name.
+
+# qvi_generate_control_ids(<resource.h> <output.inc>): runs at configure time, again whenever the table changes.
+function(qvi_generate_control_ids table output)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${table})
+
+    set(forms "")
+    set(form_entries "")
+    file(STRINGS ${table} lines REGEX "^#define IDD_")
+    foreach(line IN LISTS lines)
+        if(NOT line MATCHES "^#define IDD_([A-Za-z0-9_]+) ([0-9]+)$")
+            message(FATAL_ERROR "${table}: not a form id: ${line}")
+        endif()
+        list(APPEND forms ${CMAKE_MATCH_1})
+        string(APPEND form_entries "    FormId{\"${CMAKE_MATCH_1}\", ${CMAKE_MATCH_2}},\n")
+    endforeach()
+
+    # A form's name may hold an underscore; a control belongs to the form whose name its own starts with.
+    set(count 0)
+    set(control_entries "")
+    file(STRINGS ${table} lines REGEX "^#define IDC_")
+    foreach(line IN LISTS lines)
+        set(found FALSE)
+        foreach(form IN LISTS forms)
+            if(line MATCHES "^#define IDC_${form}_([A-Za-z0-9]+) ([0-9]+)$")
+                string(APPEND control_entries "    ControlId{\"${form}\", \"${CMAKE_MATCH_1}\", ${CMAKE_MATCH_2}},\n")
+                set(found TRUE)
+            endif()
+        endforeach()
+        if(NOT found)
+            message(FATAL_ERROR "${table}: not a control of a known form: ${line}")
+        endif()
+        math(EXPR count "${count} + 1")
+    endforeach()
+
+    list(LENGTH forms form_count)
+    set(text "// Generated from resource.h.\n")
+    string(APPEND text "constexpr std::array<FormId, ${form_count}> kForms{\n${form_entries}};\n\n")
+    string(APPEND text "constexpr std::array<ControlId, ${count}> kControls{\n${control_entries}};\n")
+    file(CONFIGURE OUTPUT ${output} CONTENT "${text}" @ONLY)
+endfunction()

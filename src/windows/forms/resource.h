@@ -1,0 +1,41 @@
+// The ids of dialog templates and their controls: IDD_<form> and IDC_<form>_<control>, under the names that the form
+// objects use. The only table of ids: the build derives control_ids.h's list from it, for the presenter and for the
+// test driver. Included by .rc files, so only plain defines.
+#pragma once
+
+// The dialog manager's own ids (1 OK .. 9 HELP) stay free except where a form wants them. One block of 100 per form.
+#define IDD_frmQVI_Images 100
+#define IDC_frmQVI_Images_fraStep1 1000
+#define IDC_frmQVI_Images_cmdAutoLink 1001
+#define IDC_frmQVI_Images_lblAutoLink 1002
+#define IDC_frmQVI_Images_chkExactMatch 1003
+#define IDC_frmQVI_Images_cmdCleanUp 1004
+#define IDC_frmQVI_Images_cmdWhatsLinked 1005
+#define IDC_frmQVI_Images_cmdWhatsNotLinked 1006
+#define IDC_frmQVI_Images_CheckRTF 1007
+#define IDC_frmQVI_Images_fraImages 1010
+#define IDC_frmQVI_Images_lImages 1011
+#define IDC_frmQVI_Images_cmdbrowse 1012
+#define IDC_frmQVI_Images_cmdDelete 1013
+#define IDC_frmQVI_Images_fraPreview 1020
+#define IDC_frmQVI_Images_picPreview 1021
+#define IDC_frmQVI_Images_fraSpecifications 1030
+#define IDC_frmQVI_Images_lRTF 1031
+#define IDC_frmQVI_Images_cmdAddSpec 1032
+#define IDC_frmQVI_Images_cmdDeletSpec 1033
+#define IDC_frmQVI_Images_fraUpload 1040
+#define IDC_frmQVI_Images_cmdUpload 1041
+#define IDC_frmQVI_Images_lblUpload 1042
+#define IDC_frmQVI_Images_fraExport 1050
+#define IDC_frmQVI_Images_cmdExport 1051
+#define IDC_frmQVI_Images_lblExport 1052
+#define IDC_frmQVI_Images_lblBurn 1053
+#define IDC_frmQVI_Images_List1 1060
+#define IDC_frmQVI_Images_cmdCancel 1061
+
+// The box that asks for a line of text; its buttons carry the platform's ids, as in any such box.
+#define IDD_InputBox 110
+#define IDC_InputBox_lblPrompt 1100
+#define IDC_InputBox_txtInput 1101
+#define IDC_InputBox_cmdOK 1
+#define IDC_InputBox_cmdCancel 2
