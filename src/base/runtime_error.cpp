@@ -6,50 +6,28 @@ namespace base {
 
 std::string_view standardText(std::int32_t number) noexcept {
     switch (number) {
-    case error::kInvalidProcedureCall:
-        return "Invalid procedure call or argument";
-    case error::kOverflow:
-        return "Overflow";
-    case error::kOutOfMemory:
-        return "Out of memory";
-    case error::kSubscriptOutOfRange:
-        return "Subscript out of range";
-    case error::kDivisionByZero:
-        return "Division by zero";
-    case error::kTypeMismatch:
-        return "Type mismatch";
-    case error::kInternalError:
-        return "Internal error";
-    case error::kBadFileName:
-        return "Bad file name or number";
-    case error::kFileNotFound:
-        return "File not found";
-    case error::kFileAlreadyOpen:
-        return "File already open";
-    case error::kDiskFull:
-        return "Disk full";
-    case error::kDeviceUnavailable:
-        return "Device unavailable";
-    case error::kPermissionDenied:
-        return "Permission denied";
-    case error::kDiskNotReady:
-        return "Disk not ready";
-    case error::kPathFileAccess:
-        return "Path/File access error";
-    case error::kPathNotFound:
-        return "Path not found";
-    case error::kObjectNotSet:
-        return "Object variable or With block variable not set";
-    case error::kFormAlreadyDisplayed:
-        return "Form already displayed; can't show modally";
-    case error::kNoSuchMember:
-        return "Object doesn't support this property or method";
-    case error::kMemberNotSupported:
-        return "Object doesn't support this action";
-    case error::kKeyNotUnique:
-        return "Key is not unique in collection";
-    default:
-        return "Application-defined or object-defined error";
+    case error::kInvalidProcedureCall: return "Invalid procedure call or argument";
+    case error::kOverflow: return "Overflow";
+    case error::kOutOfMemory: return "Out of memory";
+    case error::kSubscriptOutOfRange: return "Subscript out of range";
+    case error::kDivisionByZero: return "Division by zero";
+    case error::kTypeMismatch: return "Type mismatch";
+    case error::kInternalError: return "Internal error";
+    case error::kBadFileName: return "Bad file name or number";
+    case error::kFileNotFound: return "File not found";
+    case error::kFileAlreadyOpen: return "File already open";
+    case error::kDiskFull: return "Disk full";
+    case error::kDeviceUnavailable: return "Device unavailable";
+    case error::kPermissionDenied: return "Permission denied";
+    case error::kDiskNotReady: return "Disk not ready";
+    case error::kPathFileAccess: return "Path/File access error";
+    case error::kPathNotFound: return "Path not found";
+    case error::kObjectNotSet: return "Object variable or With block variable not set";
+    case error::kFormAlreadyDisplayed: return "Form already displayed; can't show modally";
+    case error::kNoSuchMember: return "Object doesn't support this property or method";
+    case error::kMemberNotSupported: return "Object doesn't support this action";
+    case error::kKeyNotUnique: return "Key is not unique in collection";
+    default: return "Application-defined or object-defined error";
     }
 }
 

@@ -1,0 +1,121 @@
+// The host's view of the entry class: values in, a modal call, results out.
+#include "entry/clsQVI_Link.h"
+
+#include "base/runtime_error.h"
+#include "entry/environment.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_desktop.h"
+#include "fakes/fake_file_system.h"
+#include "fakes/fake_picture_decoder.h"
+#include "fakes/fake_settings.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class clsQVI_LinkTest : public testing::Test {
+protected:
+    clsQVI_LinkTest() {
+        files.createFolder("C:\\QV");
+        files.createFolder("C:\\QV\\images");
+        link.gQuorVantisPath = "C:\\QV\\";
+        link.ProductCode = "ABC";
+        link.gSettingString = "Shop";
+        link.NewImageFile = "left over";
+        link.DeleteLink = true;
+    }
+    images::frmQVI_Images& form() { return *environment.imageManager; }
+
+    fakes::FakeDesktop desktop;
+    fakes::FakeFileSystem files;
+    fakes::FakeSettings settings;
+    fakes::FakeClock clock;
+    fakes::FakePictureDecoder pictures;
+    entry::Environment environment{desktop, files, settings, clock, pictures, nullptr, {}};
+    entry::clsQVI_Link link{environment};
+};
+
+TEST_F(clsQVI_LinkTest, EveryShowFormStartsFreshAndHandsBackNothing) {
+    desktop.whenShown("frmQVI_Images", [&] {
+        EXPECT_EQ(form().caption(), "Link an image to ABC");
+        EXPECT_EQ(form().gSettingString, "Shop");
+        form().chkExactMatch.userClick();
+        form().userKey(ui::key::kReturn);
+    });
+    link.ShowForm();
+    EXPECT_EQ(link.NewImageFile, "");
+    EXPECT_FALSE(link.DeleteLink);
+
+    link.ProductCode = "DEF & Co";
+    desktop.whenShown("frmQVI_Images", [&] {
+        EXPECT_EQ(form().caption(), "Link an image to DEF & Co");
+        EXPECT_FALSE(form().chkExactMatch.checked());
+        form().userClose();
+    });
+    link.ShowForm();
+    EXPECT_EQ(environment.imageManager, nullptr);
+}
+
+TEST_F(clsQVI_LinkTest, ShowFormSendReceiveLeavesTheValuesButNeverTheSettingsName) {
+    desktop.whenAsked("Send/receive is not available in this version.");
+    link.ShowFormSendReceive();
+    ASSERT_NE(environment.imageManager, nullptr);
+    EXPECT_EQ(form().ProductCode, "ABC");
+    EXPECT_EQ(form().gSettingString, "");
+    EXPECT_FALSE(form().loaded());
+    EXPECT_EQ(link.NewImageFile, "left over");
+
+    // The next ShowForm takes the same form, then releases it.
+    const images::frmQVI_Images* left = environment.imageManager.get();
+    desktop.whenShown("frmQVI_Images", [&] {
+        EXPECT_EQ(&form(), left);
+        form().userKey(ui::key::kReturn);
+    });
+    link.ShowForm();
+    EXPECT_EQ(environment.imageManager, nullptr);
+}
+
+TEST_F(clsQVI_LinkTest, CallsFromOutsideFailWhileAFormIsShown) {
+    entry::clsQVI_Link other(environment);
+    other.ProductCode = "OTHER";
+    const auto expect400 = [&](auto call) {
+        try {
+            call();
+            ADD_FAILURE() << "should have failed";
+        } catch (const base::RuntimeError& e) {
+            EXPECT_EQ(e.number(), base::error::kFormAlreadyDisplayed);
+        }
+    };
+    desktop.whenShown("frmQVI_Images", [&] {
+        expect400([&] { other.ShowForm(); });
+        expect400([&] { link.ShowFormSendReceive(); });
+        EXPECT_EQ(form().ProductCode, "ABC");
+        desktop.whenAsked("Send/receive is not available in this version.");
+        form().cmdUpload.userClick(); // the form's own button is inside
+        form().userKey(ui::key::kReturn);
+    });
+    link.ShowForm();
+}
+
+TEST_F(clsQVI_LinkTest, AFailingHandlerFailsTheCallAndReleasesTheForm) {
+    files.replaceFile("C:\\QV\\images.xml", "<rtf><p/></rtf>"); // another root: nothing can be linked
+    desktop.whenShown("frmQVI_Images", [&] {
+        desktop.whenPicking("C:\\QV\\images\\a.jpg");
+        form().cmdbrowse.userClick();
+    });
+    try {
+        link.ShowForm();
+        FAIL() << "should have failed";
+    } catch (const base::RuntimeError& e) {
+        EXPECT_EQ(e.number(), base::error::kObjectNotSet);
+        EXPECT_EQ(e.source(), "QuorvantisImage");
+    }
+    EXPECT_EQ(link.NewImageFile, "left over");
+    EXPECT_TRUE(link.DeleteLink);
+    EXPECT_EQ(environment.imageManager, nullptr);
+
+    desktop.whenShown("frmQVI_Images", [&] { form().userKey(ui::key::kReturn); });
+    link.ShowForm();
+}
+
+} // namespace
