@@ -16,8 +16,8 @@ namespace {
 class clsQVI_LinkTest : public testing::Test {
 protected:
     clsQVI_LinkTest() {
-        files.createFolder("C:\\QV");
-        files.createFolder("C:\\QV\\images");
+        files.addFolder("C:\\QV");
+        files.addFolder("C:\\QV\\images");
         link.gQuorVantisPath = "C:\\QV\\";
         link.ProductCode = "ABC";
         link.gSettingString = "Shop";
@@ -98,7 +98,7 @@ TEST_F(clsQVI_LinkTest, CallsFromOutsideFailWhileAFormIsShown) {
 }
 
 TEST_F(clsQVI_LinkTest, AFailingHandlerFailsTheCallAndReleasesTheForm) {
-    files.replaceFile("C:\\QV\\images.xml", "<rtf><p/></rtf>"); // another root: nothing can be linked
+    files.addFile("C:\\QV\\images.xml", "<rtf><p/></rtf>"); // another root: nothing can be linked
     desktop.whenShown("frmQVI_Images", [&] {
         desktop.whenPicking("C:\\QV\\images\\a.jpg");
         form().cmdbrowse.userClick();

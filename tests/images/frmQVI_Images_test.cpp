@@ -27,12 +27,12 @@ protected:
     frmQVI_ImagesTest() {
         form.gQuorVantisPath = "C:\\QV\\";
         form.ProductCode = "ABC";
-        files.createFolder("C:\\QV");
-        files.createFolder("C:\\QV\\images");
-        files.createFolder("C:\\QV\\rtf");
+        files.addFolder("C:\\QV");
+        files.addFolder("C:\\QV\\images");
+        files.addFolder("C:\\QV\\rtf");
     }
 
-    void givenImages(std::string_view xml) { files.replaceFile("C:\\QV\\images.xml", xml); }
+    void givenImages(std::string_view xml) { files.addFile("C:\\QV\\images.xml", xml); }
     std::string images() { return files.readFile("C:\\QV\\images.xml"); }
     std::string specifications() { return files.readFile("C:\\QV\\rtf.xml"); }
     std::string imageModify() { return settings.get("QuorVantis", "Main", "ImageModify"); }
@@ -57,7 +57,7 @@ protected:
 
 TEST_F(frmQVI_ImagesTest, ListsTheProductsLinksInDocumentOrderWithoutDeletedOnes) {
     givenImages(kTwoLinks);
-    files.replaceFile("C:\\QV\\rtf.xml", R"(<rtf><p f1="ABC" f2="a.rtf" f3="created" f4="Sheet"/></rtf>)");
+    files.addFile("C:\\QV\\rtf.xml", R"(<rtf><p f1="ABC" f2="a.rtf" f3="created" f4="Sheet"/></rtf>)");
     form.load();
     EXPECT_EQ(form.lImages.items(), (Items{"a.jpg", "b.jpg"}));
     EXPECT_EQ(form.lRTF.items(), Items{"a.rtf"});
@@ -121,7 +121,7 @@ TEST_F(frmQVI_ImagesTest, AddWithoutAnImagesFolderSaysWhereItShouldBe) {
 }
 
 TEST_F(frmQVI_ImagesTest, SpecificationIsLinkedWithItsDescriptionEachTime) {
-    files.replaceFile("C:\\QV\\rtf\\a.pdf", "%PDF");
+    files.addFile("C:\\QV\\rtf\\a.pdf", "%PDF");
     show([&] {
         desktop.whenPicking("C:\\QV\\rtf\\a.pdf");
         desktop.whenPrompted("Enter a description", "Data sheet");
@@ -148,7 +148,7 @@ TEST_F(frmQVI_ImagesTest, AddSpecificationMakesItsFolder) {
 }
 
 TEST_F(frmQVI_ImagesTest, FreshSpecificationCanBeDeletedOnlyAfterTheListsAreRebuilt) {
-    files.replaceFile("C:\\QV\\rtf\\a.rtf", "{}");
+    files.addFile("C:\\QV\\rtf\\a.rtf", "{}");
     show([&] {
         desktop.whenPicking("C:\\QV\\rtf\\a.rtf");
         desktop.whenPrompted("Enter a description", "Sheet");
@@ -193,7 +193,7 @@ TEST_F(frmQVI_ImagesTest, FailingDeleteSaysNothingAndTheLinkComesBack) {
     form.unload();
 
     show([&] {
-        files.readOnly("C:\\QV\\images.xml");
+        files.setReadOnly("C:\\QV\\images.xml", true);
         form.lImages.userSelect(0);
         form.cmdDelete.userClick();
     });
@@ -204,7 +204,7 @@ TEST_F(frmQVI_ImagesTest, FailingDeleteSaysNothingAndTheLinkComesBack) {
 TEST_F(frmQVI_ImagesTest, FailingAddEndsTheDialogWithTheErrorAndKeepsTheFile) {
     givenImages(kTwoLinks);
     desktop.whenShown("frmQVI_Images", [&] {
-        files.readOnly("C:\\QV\\images.xml");
+        files.setReadOnly("C:\\QV\\images.xml", true);
         desktop.whenPicking("C:\\QV\\images\\new.jpg");
         form.cmdbrowse.userClick();
     });
@@ -267,7 +267,7 @@ TEST_F(frmQVI_ImagesTest, EveryWayOfClosingEndsTheDialog) {
 
 TEST_F(frmQVI_ImagesTest, PreviewFollowsTheSelectionAndNeverComplains) {
     givenImages(kTwoLinks);
-    pictures.put("C:\\QV\\images\\a.jpg", {.width = 2, .height = 1, .pixels = {0xFF000000, 0xFFFFFFFF}});
+    pictures.add("C:\\QV\\images\\a.jpg", 2, 1);
     show([&] {
         EXPECT_EQ(form.picPreview.picture(), nullptr);
         form.lImages.userSelect(0);
