@@ -1,0 +1,89 @@
+#include "adapters/posix/crash_safe_save.h"
+
+#include "adapters/posix/posix_error.h"
+
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace adapters {
+namespace {
+
+void writeAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            raiseErrno();
+        }
+        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+}
+
+void flush(int file) {
+    if (::fsync(file) != 0 && errno != EINVAL) { // EINVAL: not a disk file, nothing to flush
+        raiseErrno();
+    }
+}
+
+void writeInPlace(const std::string& name, std::string_view bytes) {
+    const UniqueFd file(::open(name.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!file) {
+        raiseErrno();
+    }
+    writeAll(file.get(), bytes);
+    if (::ftruncate(file.get(), static_cast<off_t>(bytes.size())) != 0) {
+        raiseErrno();
+    }
+    flush(file.get());
+}
+
+// Removes the temporary file unless it has been moved.
+struct RemoveUnlessMoved {
+    const std::string& name;
+    bool moved = false;
+    ~RemoveUnlessMoved() {
+        if (!moved) {
+            ::unlink(name.c_str());
+        }
+    }
+};
+
+void flushFolderOf(const std::string& name) {
+    const std::string folder = name.substr(0, name.find_last_of('/') + 1);
+    const UniqueFd file(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (file) {
+        ::fsync(file.get()); // the new file is in place by now, so a failure here is no failed save
+    }
+}
+
+} // namespace
+
+void crashSafeSave(const std::string& name, std::string_view bytes) {
+    const std::string temporary = name + ".tmp";
+    UniqueFd file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (!file && (errno == EACCES || errno == EPERM) && ::access(temporary.c_str(), F_OK) != 0 &&
+        ::access(name.c_str(), W_OK) == 0) {
+        writeInPlace(name, bytes);
+        return;
+    }
+    if (!file) {
+        raiseErrno();
+    }
+    RemoveUnlessMoved guard{temporary};
+    struct stat target {};
+    if (::stat(name.c_str(), &target) == 0) {
+        ::fchmod(file.get(), target.st_mode & 07777U);
+    }
+    writeAll(file.get(), bytes);
+    flush(file.get());
+    file.reset();
+    if (std::rename(temporary.c_str(), name.c_str()) != 0) {
+        raiseErrno();
+    }
+    guard.moved = true;
+    flushFolderOf(name);
+}
+
+} // namespace adapters

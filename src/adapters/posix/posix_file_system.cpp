@@ -1,0 +1,151 @@
+#include "adapters/posix/posix_file_system.h"
+
+#include "adapters/posix/crash_safe_save.h"
+#include "adapters/posix/posix_error.h"
+#include "base/runtime_error.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace adapters {
+namespace {
+
+using base::RuntimeError;
+namespace error = base::error;
+
+bool modeOf(const std::string& name, mode_t& mode) {
+    struct stat info {};
+    const bool found = ::stat(name.c_str(), &info) == 0;
+    mode = found ? info.st_mode : 0;
+    return found;
+}
+
+// Folders and read-only files raise 75 before anything is opened: root could open the latter.
+void refuseFolderOrReadOnly(const std::string& name) {
+    mode_t mode = 0;
+    if (modeOf(name, mode) && (S_ISDIR(mode) || (mode & S_IWUSR) == 0)) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+}
+
+void requireParent(const std::string& name) {
+    mode_t mode = 0;
+    if (!modeOf(name.substr(0, name.find_last_of('/')), mode) || !S_ISDIR(mode)) {
+        throw RuntimeError(error::kPathNotFound);
+    }
+}
+
+bool hasWildcard(std::string_view path) {
+    return path.find_first_of("*?") != path.npos;
+}
+
+} // namespace
+
+PosixFileSystem::PosixFileSystem(std::filesystem::path root) : m_root(std::move(root)) {}
+
+bool PosixFileSystem::fileExists(std::string_view path) {
+    mode_t mode = 0;
+    return !path.empty() && path.back() != '\\' && path.back() != '/' && !hasWildcard(path) &&
+           modeOf(native(path), mode) && !S_ISDIR(mode);
+}
+
+bool PosixFileSystem::folderExists(std::string_view path) {
+    mode_t mode = 0;
+    return !path.empty() && !hasWildcard(path) && modeOf(native(path), mode) && S_ISDIR(mode);
+}
+
+void PosixFileSystem::createFolder(std::string_view path) {
+    std::string name = native(path);
+    while (name.ends_with('/')) {
+        name.pop_back();
+    }
+    requireParent(name);
+    if (::mkdir(name.c_str(), 0777) != 0) {
+        raiseErrno();
+    }
+}
+
+std::string PosixFileSystem::readFile(std::string_view path) {
+    const std::string name = native(path);
+    requireParent(name);
+    mode_t mode = 0;
+    if (modeOf(name, mode) && S_ISDIR(mode)) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+    const UniqueFd file(::open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file) {
+        raiseErrno();
+    }
+    struct stat info {};
+    ::fstat(file.get(), &info);
+    std::string bytes;
+    for (std::size_t filled = 0;;) {
+        bytes.resize(std::max(filled + 4096, static_cast<std::size_t>(info.st_size) + 1));
+        const ssize_t count = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
+        if (count < 0 && errno != EINTR) {
+            raiseErrno();
+        }
+        filled += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+        if (count == 0) {
+            bytes.resize(filled);
+            return bytes;
+        }
+    }
+}
+
+void PosixFileSystem::replaceFile(std::string_view path, std::string_view bytes) {
+    const std::string name = native(path);
+    requireParent(name);
+    refuseFolderOrReadOnly(name);
+    crashSafeSave(name, bytes);
+}
+
+void PosixFileSystem::moveFile(std::string_view from, std::string_view to) {
+    const std::string source = native(from);
+    const std::string target = native(to);
+    requireParent(source);
+    requireParent(target);
+    mode_t mode = 0;
+    if (!modeOf(source, mode)) {
+        throw RuntimeError(error::kFileNotFound);
+    }
+    mode_t targetMode = 0;
+    if (S_ISDIR(mode) || (source != target && modeOf(target, targetMode))) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+    if (std::rename(source.c_str(), target.c_str()) != 0) {
+        raiseErrno();
+    }
+}
+
+void PosixFileSystem::removeFile(std::string_view path) {
+    const std::string name = native(path);
+    requireParent(name);
+    refuseFolderOrReadOnly(name);
+    if (::unlink(name.c_str()) != 0) {
+        raiseErrno();
+    }
+}
+
+std::string PosixFileSystem::native(std::string_view path) const {
+    if (path.empty() || path.starts_with("\\\\")) {
+        throw RuntimeError(error::kPathNotFound); // no name, or a network path
+    }
+    if (path.size() >= 2 && path[1] == ':') {
+        path.remove_prefix(2);
+    }
+    if (path.find(':') != path.npos || path.find('\0') != path.npos) {
+        throw RuntimeError(error::kBadFileName);
+    }
+    std::string name = m_root.string() + "/" + std::string(path);
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return name;
+}
+
+} // namespace adapters
