@@ -10,7 +10,8 @@ if(WIN32)
                                                    _WIN32_WINNT=0x0601)
     target_compile_options(qvi_flags INTERFACE -ffunction-sections -fdata-sections)
     # No mingw DLL may be needed beside ours; --no-insert-timestamp keeps two builds of one source identical.
-    target_link_options(qvi_flags INTERFACE -static -Wl,--gc-sections -Wl,--no-insert-timestamp)
+    target_link_options(qvi_flags INTERFACE -static -Wl,--gc-sections -Wl,--no-insert-timestamp
+                                            $<$<CONFIG:MinSizeRel>:-s>)
 endif()
 
 if(QVI_SANITIZE)
@@ -19,4 +20,10 @@ if(QVI_SANITIZE)
     target_link_options(qvi_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(QVI_BUILD_FUZZ)
+    # Coverage feedback for the library under test; only the fuzz targets themselves bring in libFuzzer's main().
+    target_compile_options(qvi_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)

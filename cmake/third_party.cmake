@@ -1,5 +1,9 @@
 # Libraries that ./setup has built or installed: the same sources with the same options on both targets.
 find_package(LibXml2 REQUIRED)
+# Another libxml2 on this machine has other options: encodings and the size limits would differ between the two targets.
+if(NOT WIN32 AND NOT LIBXML2_LIBRARY MATCHES "/build/deps/")
+    message(FATAL_ERROR "build/deps/native is missing: run ./setup (found ${LIBXML2_LIBRARY} instead)")
+endif()
 
 add_library(qvi_libxml2 INTERFACE)
 target_link_libraries(qvi_libxml2 INTERFACE LibXml2::LibXml2)
