@@ -68,6 +68,18 @@ void ListBox::userSelect(std::size_t index) {
     }
 }
 
+void TextBox::setText(std::string_view text) {
+    if (storeText(text)) {
+        raise(onChange);
+    }
+}
+
+void TextBox::userText(std::string_view text) {
+    if (usable()) {
+        setText(text);
+    }
+}
+
 void PictureBox::setPicture(std::shared_ptr<const base::Picture> picture) {
     if (m_picture != picture) {
         m_picture = std::move(picture);

@@ -81,6 +81,16 @@ private:
     std::optional<std::size_t> m_selected;
 };
 
+// A field for one or more lines of text.
+class TextBox : public Control {
+public:
+    using Control::Control;
+    Handler onChange; // the text changed, by a person or by setText
+
+    void setText(std::string_view text);
+    void userText(std::string_view text);
+};
+
 // Shows a picture shrunk to its own size, or its text as a quiet placeholder.
 class PictureBox : public Control {
 public:

@@ -3,6 +3,9 @@
 // test driver. Included by .rc files, so only plain defines.
 #pragma once
 
+// The manifest that asks for the common controls' version 6 styles.
+#define IDR_COMMON_CONTROLS 2
+
 // The dialog manager's own ids (1 OK .. 9 HELP) stay free except where a form wants them. One block of 100 per form.
 #define IDD_frmQVI_Images 100
 #define IDC_frmQVI_Images_fraStep1 1000

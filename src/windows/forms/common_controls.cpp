@@ -1,0 +1,34 @@
+#include "windows/forms/common_controls.h"
+
+#include "windows/forms/resource.h"
+
+#include <array>
+
+namespace windows {
+
+CommonControlsScope::CommonControlsScope(HINSTANCE module) noexcept {
+    std::array<wchar_t, 32768> path{};
+    GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+
+    ACTCTXW request{};
+    request.cbSize = sizeof request;
+    request.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID | ACTCTX_FLAG_HMODULE_VALID;
+    request.lpSource = path.data();
+    request.lpResourceName = MAKEINTRESOURCEW(IDR_COMMON_CONTROLS);
+    request.hModule = module;
+    m_context = CreateActCtxW(&request);
+    if (m_context != INVALID_HANDLE_VALUE) {
+        m_active = ActivateActCtx(m_context, &m_cookie) != FALSE;
+    }
+}
+
+CommonControlsScope::~CommonControlsScope() {
+    if (m_active) {
+        DeactivateActCtx(0, m_cookie);
+    }
+    if (m_context != INVALID_HANDLE_VALUE) {
+        ReleaseActCtx(m_context);
+    }
+}
+
+} // namespace windows

@@ -1,0 +1,63 @@
+// The windows of one container's controls, bound by name and kept in step with the control objects.
+//
+// Changes are only marked; flush() shows them in one go. It is the part of the presenter that does not care whether the
+// container is a form in a window of its own or a user control inside another one.
+#pragma once
+
+#include "ui/container.h"
+#include "windows/forms/control_peer.h"
+#include "windows/forms/layout.h"
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include <windows.h>
+
+namespace windows {
+
+class ContainerView {
+public:
+    // Binds the dialog's windows to the container's controls, by the ids listed under `name`. Raises 51 when either
+    // side has one that the other lacks: a template and its form always change together.
+    ContainerView(HWND dialog, const ui::Container& container, std::string_view name);
+
+    [[nodiscard]] const Layout& layout() const noexcept { return m_layout; }
+    // Lays out for another resolution; the caller then sizes the dialog and arranges.
+    void setDpi(UINT dpi);
+
+    void mark(const ui::Control& control, ui::Aspect aspect) noexcept;
+    void markAll() noexcept;
+    // The focus goes there with the next flush.
+    void moveFocus(const ui::Control& control) noexcept;
+    void flush();
+
+    // What a person did. The handlers it runs may raise.
+    void command(HWND window, WORD notification);
+    void draw(const DRAWITEMSTRUCT& item);
+
+    // Null when the window is none of the controls'.
+    [[nodiscard]] ui::Control* controlOf(HWND window) const noexcept;
+
+private:
+    struct Entry {
+        std::unique_ptr<ControlPeer> peer;
+        Aspects dirty;
+    };
+
+    void bind(const ui::Container& container, std::string_view name);
+    void refuseUnboundWindows(std::string_view name) const;
+    [[nodiscard]] Entry* entryOf(const ui::Control& control) noexcept;
+    void leave(HWND window);
+    void enable(const ControlPeer& peer);
+    void show(const ControlPeer& peer);
+
+    HWND m_dialog;
+    Layout m_layout;
+    std::vector<Entry> m_entries;
+    const ui::Control* m_focusTo = nullptr;
+    bool m_dirty = false;
+};
+
+} // namespace windows

@@ -1,0 +1,271 @@
+#include "windows/forms/form_window.h"
+
+#include "base/runtime_error.h"
+#include "windows/adapters/wide.h"
+#include "windows/forms/common_controls.h"
+#include "windows/forms/control_ids.h"
+#include "windows/forms/dpi.h"
+
+#include <string>
+#include <utility>
+
+namespace windows {
+namespace {
+
+constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED, newer than the oldest system we run on
+constexpr LPARAM kRepeated = 1 << 30; // of a key message: the key was down before
+
+bool isFormKey(WPARAM key) noexcept {
+    return key == ui::key::kReturn || key == ui::key::kEscape; // the same numbers as virtual keys and as characters
+}
+
+bool canBeActivated(HWND window) noexcept {
+    return window != nullptr && IsWindow(window) && IsWindowVisible(window) && IsWindowEnabled(window);
+}
+
+std::wstring className(const ui::Form& form) {
+    return toWide(std::string(kFormClassPrefix) + std::string(form.name()));
+}
+
+HWND makeDialog(HINSTANCE module, const ui::Form& form, HWND owner, DLGPROC proc, LPARAM parameter) {
+    const CommonControlsScope styles(module);
+    return CreateDialogParamW(module, MAKEINTRESOURCEW(formId(form.name())), owner, proc, parameter);
+}
+
+} // namespace
+
+FormWindow::FormWindow(HINSTANCE module, ui::Form& form, HWND owner)
+    : m_form(form),
+      m_class(module, className(form)),
+      m_window(makeDialog(module, form, owner, dialogProc, reinterpret_cast<LPARAM>(this))) {
+    if (!m_window) {
+        throw base::RuntimeError(base::error::kInternalError, "No window for the form " + std::string(form.name()) +
+                                                                  ": Windows error " + std::to_string(GetLastError()));
+    }
+    disableSystemDialogScaling(handle());
+    m_view = std::make_unique<ContainerView>(handle(), form, form.name());
+    adoptMonitorResolution();
+    m_form.observe(this);
+}
+
+FormWindow::~FormWindow() {
+    m_form.observe(nullptr);
+    m_others.enable();
+    // While it was disabled the window beneath may have lost the keyboard.
+    if (GetFocus() == nullptr && canBeActivated(m_previousActive) && GetActiveWindow() == m_previousActive) {
+        SetFocus(m_previousActive);
+    }
+}
+
+void FormWindow::destroy(HWND window) noexcept {
+    SetWindowLongPtrW(window, DWLP_USER, 0);
+    DestroyWindow(window);
+}
+
+bool FormWindow::owns(HWND window) const noexcept {
+    return window == handle() || IsChild(handle(), window);
+}
+
+void FormWindow::show() {
+    m_previousActive = GetActiveWindow();
+    m_others.disable(handle());
+    m_view->markAll();
+    if (ui::Control* const focused = m_form.focused()) {
+        m_view->moveFocus(*focused);
+    }
+    flush();
+    m_visible = true;
+    ShowWindow(handle(), SW_SHOW);
+    SetForegroundWindow(handle());
+    setFirstFocus();
+    UpdateWindow(handle());
+}
+
+void FormWindow::setFirstFocus() {
+    const HWND focus = GetFocus();
+    if (m_form.focused() == nullptr && (focus == nullptr || !IsChild(handle(), focus))) {
+        if (const HWND first = GetNextDlgTabItem(handle(), nullptr, FALSE)) {
+            SendMessageW(handle(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+        }
+    }
+    trackFocus();
+}
+
+void FormWindow::stayModal() {
+    if (!m_visible) {
+        m_others.disable(handle());
+    }
+}
+
+void FormWindow::flush() {
+    if (std::exchange(m_captionDirty, false)) {
+        SetWindowTextW(handle(), toWide(m_form.caption()).c_str());
+    }
+    m_view->flush();
+}
+
+bool FormWindow::preview(MSG& message) {
+    if (message.message == WM_KEYDOWN && previewKeyDown(message)) {
+        return true;
+    }
+    if (message.message == WM_CHAR && previewCharacter(message)) {
+        return true;
+    }
+    return IsDialogMessageW(handle(), &message) != FALSE;
+}
+
+// Return and Escape, before the dialog manager makes button clicks of them. A key held down since before this window
+// had the focus, say in a message box that it closed, repeats into this window and does not count.
+bool FormWindow::previewKeyDown(const MSG& message) noexcept {
+    m_fedKey = 0;
+    if (!isFormKey(message.wParam)) {
+        return false;
+    }
+    if ((message.lParam & kRepeated) != 0) {
+        return true;
+    }
+    const auto key = static_cast<char16_t>(message.wParam);
+    if (feed(key) == 0) {
+        return true;
+    }
+    m_fedKey = key;
+    return false;
+}
+
+bool FormWindow::previewCharacter(MSG& message) noexcept {
+    const auto key = static_cast<char16_t>(message.wParam);
+    if (std::exchange(m_fedKey, u'\0') == key) {
+        return false;
+    }
+    if (isFormKey(key) && (message.lParam & kRepeated) != 0) {
+        return true;
+    }
+    message.wParam = feed(key);
+    return message.wParam == 0;
+}
+
+char16_t FormWindow::feed(char16_t key) noexcept {
+    char16_t left = 0;
+    if (m_form.shown()) {
+        guarded([&] { left = m_form.userKey(key); });
+    }
+    return left;
+}
+
+void FormWindow::trackFocus() {
+    const HWND focus = GetFocus();
+    if (std::exchange(m_focus, focus) != focus) {
+        if (ui::Control* const control = m_view->controlOf(focus)) {
+            m_form.userFocus(*control);
+        }
+    }
+}
+
+void FormWindow::close() noexcept {
+    if (m_form.shown()) {
+        guarded([&] { m_form.userClose(); });
+        m_form.hide();
+    }
+}
+
+void FormWindow::rethrow() const {
+    if (m_error) {
+        std::rethrow_exception(m_error);
+    }
+}
+
+void FormWindow::keepError() noexcept {
+    if (!m_error) {
+        m_error = std::current_exception();
+    }
+    m_form.hide();
+}
+
+void FormWindow::controlChanged(ui::Control& control, ui::Aspect aspect) noexcept {
+    m_view->mark(control, aspect);
+}
+
+// The other windows come back first: hiding the active window while none of the thread's takes input would activate
+// another program.
+void FormWindow::hidden() noexcept {
+    if (!std::exchange(m_visible, false)) {
+        return;
+    }
+    m_others.enable();
+    if (GetActiveWindow() == handle() && canBeActivated(m_previousActive)) {
+        SetActiveWindow(m_previousActive);
+    }
+    ShowWindow(handle(), SW_HIDE);
+}
+
+void FormWindow::focusMoved(ui::Control& control) noexcept {
+    m_view->moveFocus(control);
+}
+
+INT_PTR CALLBACK FormWindow::dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+        return FALSE; // the focus is set when the form is shown
+    }
+    auto* const self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (self == nullptr || !self->m_view) {
+        return FALSE;
+    }
+    INT_PTR result = FALSE;
+    self->guarded([&] { result = self->handle(message, wParam, lParam); });
+    return result;
+}
+
+INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_COMMAND:
+        if (m_form.shown()) {
+            m_view->command(reinterpret_cast<HWND>(lParam), HIWORD(wParam));
+        }
+        return TRUE;
+    case WM_CLOSE:
+        if (m_form.shown()) {
+            m_form.userClose();
+        }
+        return TRUE;
+    case WM_DRAWITEM:
+        m_view->draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+        return TRUE;
+    case WM_SIZE:
+        if (wParam != SIZE_MINIMIZED) {
+            m_view->layout().arrange();
+        }
+        return TRUE;
+    case WM_GETMINMAXINFO: {
+        const SIZE minimum = m_view->layout().minimumWindowSize();
+        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {minimum.cx, minimum.cy};
+        return TRUE;
+    }
+    case kDpiChanged:
+        resolutionChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+void FormWindow::resolutionChanged(UINT dpi, const RECT& place) {
+    m_view->setDpi(dpi);
+    SetWindowPos(handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    m_view->layout().arrange();
+}
+
+// Older systems lay a template out for the main monitor, wherever the window opens.
+void FormWindow::adoptMonitorResolution() {
+    const UINT dpi = dpiOf(handle());
+    if (dpi == m_view->layout().dpi()) {
+        return;
+    }
+    m_view->setDpi(dpi);
+    const SIZE size = m_view->layout().minimumWindowSize();
+    SetWindowPos(handle(), nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    m_view->layout().arrange();
+}
+
+} // namespace windows

@@ -1,0 +1,14 @@
+// A label's window: a static text, which wraps by itself.
+#pragma once
+
+#include "ui/controls.h"
+#include "windows/forms/control_peer.h"
+
+namespace windows {
+
+class LabelPeer final : public ControlPeer {
+public:
+    LabelPeer(HWND window, ui::Label& label) noexcept : ControlPeer(window, label) {}
+};
+
+} // namespace windows

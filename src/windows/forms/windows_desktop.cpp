@@ -1,0 +1,182 @@
+#include "windows/forms/windows_desktop.h"
+
+#include "base/runtime_error.h"
+#include "windows/adapters/wide.h"
+#include "windows/forms/common_controls.h"
+#include "windows/forms/disabled_windows.h"
+#include "windows/forms/dpi.h"
+#include "windows/forms/file_dialog.h"
+#include "windows/forms/form_window.h"
+#include "windows/forms/input_box.h"
+
+#include <algorithm>
+#include <string>
+
+namespace windows {
+namespace {
+
+// A long loop may change a control thousands of times a second; people see twenty.
+constexpr ULONGLONG kFlushInterval = 50; // milliseconds
+
+// Runs a step at the end of a scope, however it ends.
+template <typename Step>
+class Finally {
+public:
+    explicit Finally(Step step) : m_step(step) {}
+    ~Finally() { m_step(); }
+    Finally(const Finally&) = delete;
+    Finally& operator=(const Finally&) = delete;
+
+private:
+    Step m_step;
+};
+
+UINT styleOf(ui::Buttons buttons, ui::Icon icon, HWND owner) noexcept {
+    UINT style = MB_SETFOREGROUND;
+    style |= buttons == ui::Buttons::YesNo ? MB_YESNO : buttons == ui::Buttons::OkCancel ? MB_OKCANCEL : MB_OK;
+    style |= icon == ui::Icon::Critical ? MB_ICONERROR : 0;
+    // Without an owner it is still modal to the thread's windows.
+    return style | (owner == nullptr ? MB_TASKMODAL : 0);
+}
+
+ui::Answer closingAnswer(ui::Buttons buttons) noexcept {
+    return buttons == ui::Buttons::Ok ? ui::Answer::Ok : ui::Answer::Cancel;
+}
+
+} // namespace
+
+void WindowsDesktop::showModal(ui::Form& form) {
+    const bool active = std::any_of(m_windows.begin(), m_windows.end(),
+                                    [&](const FormWindow* window) { return &window->form() == &form; });
+    if (active) {
+        throw base::RuntimeError(base::error::kFormAlreadyDisplayed);
+    }
+    if (m_quit) {
+        form.hide();
+        return;
+    }
+    flush();
+    const DpiAwareness awareness;
+    const Finally pass([this] { passQuitOn(); }); // once the window is gone
+    FormWindow window(m_module, form, boxOwner());
+    m_windows.push_back(&window);
+    const Finally pop([this] { m_windows.pop_back(); });
+    window.show();
+    runLoop(window);
+    window.rethrow();
+}
+
+void WindowsDesktop::runLoop(const FormWindow& window) {
+    while (window.form().shown()) {
+        flush();
+        MSG message{};
+        if (GetMessageW(&message, nullptr, 0, 0) == 0) {
+            quit(static_cast<int>(message.wParam));
+        } else {
+            dispatch(message);
+        }
+    }
+}
+
+void WindowsDesktop::dispatch(MSG& message) {
+    const auto found = std::find_if(m_windows.rbegin(), m_windows.rend(),
+                                    [&](const FormWindow* window) { return window->owns(message.hwnd); });
+    if (found == m_windows.rend()) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+        return;
+    }
+    FormWindow& window = **found; // stays on the stack of windows until its own loop, further out, ends
+    if (!window.preview(message)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    window.trackFocus();
+}
+
+void WindowsDesktop::doEvents() {
+    if (const ULONGLONG now = GetTickCount64(); now - m_lastFlush >= kFlushInterval) {
+        flush();
+    }
+    for (FormWindow* const window : m_windows) {
+        window->stayModal();
+    }
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            quit(static_cast<int>(message.wParam));
+            return;
+        }
+        dispatch(message);
+    }
+}
+
+void WindowsDesktop::quit(int exitCode) {
+    m_quit = exitCode;
+    for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window) {
+        (*window)->close();
+    }
+    passQuitOn();
+}
+
+void WindowsDesktop::passQuitOn() {
+    if (m_quit && m_windows.empty()) {
+        PostQuitMessage(*m_quit);
+        m_quit.reset();
+    }
+}
+
+void WindowsDesktop::flush() {
+    for (FormWindow* const window : m_windows) {
+        window->flush();
+    }
+    m_lastFlush = GetTickCount64();
+}
+
+HWND WindowsDesktop::boxOwner() const noexcept {
+    return m_windows.empty() || !m_windows.back()->visible() ? nullptr : m_windows.back()->handle();
+}
+
+ui::Answer WindowsDesktop::messageBox(std::string_view text, ui::Buttons buttons, ui::Icon icon,
+                                      std::string_view title) {
+    if (m_quit) {
+        return closingAnswer(buttons);
+    }
+    flush();
+    const DpiAwareness awareness;
+    const CommonControlsScope styles(m_module);
+    const HWND owner = boxOwner();
+    switch (MessageBoxW(owner, toWide(text).c_str(), toWide(title).c_str(), styleOf(buttons, icon, owner))) {
+    case IDOK:
+        return ui::Answer::Ok;
+    case IDYES:
+        return ui::Answer::Yes;
+    case IDNO:
+        return ui::Answer::No;
+    default:
+        return closingAnswer(buttons);
+    }
+}
+
+std::string WindowsDesktop::inputBox(std::string_view prompt, std::string_view title, std::string_view initial) {
+    InputBox box(*this, prompt, title, initial);
+    box.showModal();
+    return box.answer();
+}
+
+std::string WindowsDesktop::openFile(const ui::OpenFileRequest& request) {
+    if (m_quit) {
+        return {};
+    }
+    flush();
+    const DpiAwareness awareness;
+    const CommonControlsScope styles(m_module);
+    const HWND owner = boxOwner();
+    DisabledWindows others;
+    if (owner == nullptr) {
+        others.disable(nullptr); // the dialog itself disables only an owner
+    }
+    return chooseFile(owner, request);
+}
+
+} // namespace windows
