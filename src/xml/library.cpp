@@ -1,0 +1,72 @@
+#include "xml/library.h"
+
+#include "base/runtime_error.h"
+#include "xml/code_page.h"
+
+#include <libxml/encoding.h>
+#include <libxml/parser.h>
+#include <libxml/xmlerror.h>
+#include <mutex>
+
+namespace xml {
+namespace {
+
+void ignoreMessage(void*, const char*, ...) {}
+
+void ignoreError(void*, xmlErrorPtr) {}
+
+xmlParserInputPtr refuseEntity(const char*, const char*, xmlParserCtxtPtr) {
+    return nullptr;
+}
+
+// The library's converter protocol: bytes taken and written are returned through the lengths.
+int fromWindows1252Bytes(unsigned char* out, int* outLength, const unsigned char* in, int* inLength) {
+    int taken = 0;
+    int written = 0;
+    for (; taken < *inLength; ++taken) {
+        char utf8[kLongestWindows1252];
+        const int length = encodeWindows1252(in[taken], utf8);
+        if (written + length > *outLength) {
+            break;
+        }
+        for (int i = 0; i < length; ++i) {
+            out[written++] = static_cast<unsigned char>(utf8[i]);
+        }
+    }
+    *outLength = written;
+    *inLength = taken;
+    return written;
+}
+
+void start() {
+    xmlInitParser();
+    // Threads that start later copy these; the one that is here gets them directly.
+    xmlThrDefSetGenericErrorFunc(nullptr, ignoreMessage);
+    xmlThrDefSetStructuredErrorFunc(nullptr, ignoreError);
+    xmlSetGenericErrorFunc(nullptr, ignoreMessage);
+    xmlSetStructuredErrorFunc(nullptr, ignoreError);
+    xmlSetExternalEntityLoader(refuseEntity);
+    // Documents are always written as UTF-8, so the way back is not needed.
+    xmlNewCharEncodingHandler("windows-1252", fromWindows1252Bytes, nullptr);
+    xmlAddEncodingAlias("windows-1252", "CP1252");
+}
+
+} // namespace
+
+void startLibrary() {
+    static std::once_flag started;
+    std::call_once(started, start);
+}
+
+MemoryWatch::MemoryWatch() noexcept {
+    xmlResetLastError();
+}
+
+void MemoryWatch::check() const { // NOLINT(readability-convert-member-functions-to-static): asks about its own lifetime
+    const xmlError* const last = xmlGetLastError();
+    if (last != nullptr && last->code == XML_ERR_NO_MEMORY) {
+        throw base::RuntimeError(base::error::kOutOfMemory);
+    }
+}
+
+} // namespace xml
