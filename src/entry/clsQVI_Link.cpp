@@ -59,7 +59,7 @@ images::frmQVI_Images& clsQVI_Link::fillImageManager() {
     Environment& e = m_environment;
     if (!e.imageManager) {
         e.imageManager = std::make_shared<images::frmQVI_Images>(
-            images::ImageServices{e.desktop, e.fileSystem, e.settings, e.clock, e.pictures});
+            images::ImageServices{e.desktop, e.fileSystem, e.settings, e.clock, e.pictures, e.ansi});
     }
     images::frmQVI_Images& form = *e.imageManager;
     form.ProductCode = ProductCode;

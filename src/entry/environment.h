@@ -3,6 +3,7 @@
 
 #include "images/frmQVI_Images.h"
 #include "ports/clock.h"
+#include "ports/code_page.h"
 #include "ports/file_system.h"
 #include "ports/picture_decoder.h"
 #include "ports/settings.h"
@@ -20,6 +21,7 @@ struct Environment {
     ports::Settings& settings;
     ports::Clock& clock;
     ports::PictureDecoder& pictures;
+    ports::CodePage& ansi;
 
     // The current image manager form with the host's values in its variables. All clsQVI_Link objects share it: it is
     // filled by either Show method, and released only at the end of ShowForm.

@@ -28,8 +28,8 @@ std::string relativeName(std::string_view path, std::string_view folder) {
 frmQVI_Images::frmQVI_Images(const ImageServices& services)
     : Form(services.desktop, "frmQVI_Images"),
       m_services(services),
-      m_images(LinkKind::Images, services.fileSystem, services.clock),
-      m_specifications(LinkKind::Specifications, services.fileSystem, services.clock) {
+      m_images(LinkKind::Images, services.fileSystem, services.clock, services.ansi),
+      m_specifications(LinkKind::Specifications, services.fileSystem, services.clock, services.ansi) {
     setTexts();
     setHandlers();
     setAnchors();

@@ -4,6 +4,7 @@
 
 #include "images/link_document.h"
 #include "ports/clock.h"
+#include "ports/code_page.h"
 #include "ports/file_system.h"
 #include "ports/picture_decoder.h"
 #include "ports/settings.h"
@@ -23,6 +24,7 @@ struct ImageServices {
     ports::Settings& settings;
     ports::Clock& clock;
     ports::PictureDecoder& pictures;
+    ports::CodePage& ansi;
 };
 
 class frmQVI_Images : public ui::Form {

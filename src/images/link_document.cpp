@@ -49,8 +49,8 @@ bool hasEncodingMark(std::string_view bytes) noexcept {
 
 } // namespace
 
-LinkDocument::LinkDocument(LinkKind kind, ports::FileSystem& fileSystem, ports::Clock& clock, AnsiDecoder ansiDecoder)
-    : m_kind(kind), m_fileSystem(fileSystem), m_clock(clock), m_ansiDecoder(std::move(ansiDecoder)) {}
+LinkDocument::LinkDocument(LinkKind kind, ports::FileSystem& fileSystem, ports::Clock& clock, ports::CodePage& ansi)
+    : m_kind(kind), m_fileSystem(fileSystem), m_clock(clock), m_ansi(ansi) {}
 
 std::string LinkDocument::path() const {
     return m_hostFolder + std::string(rootName(m_kind)) + ".xml";
@@ -91,7 +91,7 @@ bool LinkDocument::load(std::string_view bytes) {
     if (m_document.load(bytes)) {
         return true;
     }
-    return !hasEncodingMark(bytes) && !base::isValidUtf8(bytes) && m_document.loadXml(m_ansiDecoder(bytes));
+    return !hasEncodingMark(bytes) && !base::isValidUtf8(bytes) && m_document.loadXml(m_ansi.decode(bytes));
 }
 
 const LinkIndex& LinkDocument::index() const {

@@ -8,12 +8,11 @@
 
 #include "images/link_index.h"
 #include "ports/clock.h"
+#include "ports/code_page.h"
 #include "ports/file_system.h"
-#include "xml/code_page.h"
 #include "xml/xml_document.h"
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,11 +49,8 @@ private:
 // Every method may raise 7 (out of memory).
 class LinkDocument {
 public:
-    // Turns bytes in the user's ANSI code page into UTF-8.
-    using AnsiDecoder = std::function<std::string(std::string_view)>;
-
-    LinkDocument(LinkKind kind, ports::FileSystem& fileSystem, ports::Clock& clock,
-                 AnsiDecoder ansiDecoder = xml::fromWindows1252);
+    // The ports are not owned and outlive the document.
+    LinkDocument(LinkKind kind, ports::FileSystem& fileSystem, ports::Clock& clock, ports::CodePage& ansi);
 
     // Reads hostFolder + "images.xml" (or "rtf.xml"). Missing, empty, unreadable or malformed: the document starts
     // empty; that is no error, and nothing is written. A file that was there but could not be read is remembered: the
@@ -100,7 +96,7 @@ private:
     LinkKind m_kind;
     ports::FileSystem& m_fileSystem;
     ports::Clock& m_clock;
-    AnsiDecoder m_ansiDecoder;
+    ports::CodePage& m_ansi;
     std::string m_hostFolder;
     xml::XmlDocument m_document;
     mutable LinkIndex m_index; // built at the first look-up

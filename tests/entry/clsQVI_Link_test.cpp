@@ -4,6 +4,7 @@
 #include "base/runtime_error.h"
 #include "entry/environment.h"
 #include "fakes/fake_clock.h"
+#include "fakes/fake_code_page.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_picture_decoder.h"
@@ -31,7 +32,8 @@ protected:
     fakes::FakeSettings settings;
     fakes::FakeClock clock;
     fakes::FakePictureDecoder pictures;
-    entry::Environment environment{desktop, files, settings, clock, pictures, nullptr, {}};
+    fakes::FakeCodePage ansi;
+    entry::Environment environment{desktop, files, settings, clock, pictures, ansi, nullptr, {}};
     entry::clsQVI_Link link{environment};
 };
 

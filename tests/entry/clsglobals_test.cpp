@@ -19,7 +19,7 @@ class clsglobalsTest : public testing::Test {
 protected:
     void load(std::string_view options) {
         xml::XmlDocument doc;
-        ASSERT_TRUE(doc.loadXML("<configuration>" + std::string(options) + "</configuration>"));
+        ASSERT_TRUE(doc.loadXml("<configuration>" + std::string(options) + "</configuration>"));
         globals.LoadGlobals(doc);
     }
     std::int32_t errorOf(const std::function<void()>& body) {

@@ -3,6 +3,7 @@
 
 #include "base/runtime_error.h"
 #include "fakes/fake_clock.h"
+#include "fakes/fake_code_page.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_picture_decoder.h"
@@ -52,7 +53,8 @@ protected:
     fakes::FakeSettings settings;
     fakes::FakeClock clock;
     fakes::FakePictureDecoder pictures;
-    images::frmQVI_Images form{{desktop, files, settings, clock, pictures}};
+    fakes::FakeCodePage ansi;
+    images::frmQVI_Images form{{desktop, files, settings, clock, pictures, ansi}};
 };
 
 TEST_F(frmQVI_ImagesTest, ListsTheProductsLinksInDocumentOrderWithoutDeletedOnes) {
@@ -160,7 +162,7 @@ TEST_F(frmQVI_ImagesTest, FreshSpecificationCanBeDeletedOnlyAfterTheListsAreRebu
         form.cmdDeletSpec.userClick();
     });
     EXPECT_TRUE(form.lRTF.items().empty());
-    EXPECT_EQ(specifications(), "<rtf/>\n");
+    EXPECT_EQ(specifications(), "<rtf/>");
 }
 
 TEST_F(frmQVI_ImagesTest, DeleteRemovesTheSelectedLinkAndRebuildsBothLists) {
@@ -172,7 +174,7 @@ TEST_F(frmQVI_ImagesTest, DeleteRemovesTheSelectedLinkAndRebuildsBothLists) {
         EXPECT_FALSE(form.lImages.selected());
     });
     EXPECT_EQ(images(), R"(<images><p f1="ABC" f2="a.jpg" f3="created"/><p f1="X" f2="x.jpg" f3="created"/>)"
-                        "<p f1=\"ABC\" f2=\"gone.jpg\" f3=\"deleted\"/></images>\n");
+                        "<p f1=\"ABC\" f2=\"gone.jpg\" f3=\"deleted\"/></images>");
     EXPECT_EQ(imageModify(), "Saved");
 }
 
