@@ -35,6 +35,7 @@ public:
     }
     void unlock(const std::string& path) override { m_locks.erase(path); }
     bool fillDiskFor(const std::string& path) override;
+    void freeDiskFor(const std::string& path) override;
 
 private:
     ScratchFolder m_scratch;
@@ -42,31 +43,51 @@ private:
     std::map<std::string, windows::UniqueHandle> m_locks;
 };
 
-// In Wine the next temporary file can be a link to the host system's device that is always full.
-bool WindowsWorld::fillDiskFor(const std::string& path) {
-    using ToUnixName = char*(CDECL*)(const WCHAR*);
+// Wine's name of a file in the host system; empty on Windows.
+std::wstring hostName(const std::wstring& path) {
+    using ToHostName = char*(CDECL*)(const WCHAR*);
     const auto address = GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name");
     if (address == nullptr) {
-        return false;
+        return {};
     }
-    const auto toUnixName = reinterpret_cast<ToUnixName>(reinterpret_cast<void*>(address));
-    const std::wstring link = toWide(path + ".tmp");
-    char* name = toUnixName(link.c_str());
-    std::wstring command = L"ln -s /dev/full \"" + toWide(name) + L"\"";
+    char* name = reinterpret_cast<ToHostName>(reinterpret_cast<void*>(address))(path.c_str());
+    std::wstring result = toWide(name);
     HeapFree(GetProcessHeap(), 0, name);
+    return result;
+}
+
+bool isListed(const std::wstring& path) {
+    WIN32_FIND_DATAW found;
+    const HANDLE search = FindFirstFileW(path.c_str(), &found);
+    return search != INVALID_HANDLE_VALUE && FindClose(search);
+}
+
+// Runs a program of Wine's host system on `path`, until the path is there or gone; there is no handle to wait for.
+bool runHostProgram(const std::wstring& program, const std::wstring& arguments, const std::wstring& path, bool there) {
+    const std::wstring name = hostName(path);
+    std::wstring command = program + L" " + arguments + L" \"" + name + L"\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(L"Z:\\bin\\ln", command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process)) {
+    if (name.empty() || !CreateProcessW((L"Z:\\bin\\" + program).c_str(), command.data(), nullptr, nullptr, FALSE, 0,
+                                        nullptr, nullptr, &startup, &process)) {
         return false;
     }
-    for (const ULONGLONG end = GetTickCount64() + 5000; GetTickCount64() < end; SwitchToThread()) {
-        if (GetFileAttributesW(link.c_str()) != INVALID_FILE_ATTRIBUTES) {
-            return true;
-        }
+    const ULONGLONG end = GetTickCount64() + 5000;
+    while (isListed(path) != there && GetTickCount64() < end) {
+        SwitchToThread();
     }
-    return false;
+    return isListed(path) == there;
+}
+
+// In Wine the next temporary file can be a link to the host system's device that is always full. Wine cannot delete
+// such a link, which is why the host system does.
+bool WindowsWorld::fillDiskFor(const std::string& path) {
+    return runHostProgram(L"ln", L"-s /dev/full", toWide(path + ".tmp"), true);
+}
+
+void WindowsWorld::freeDiskFor(const std::string& path) {
+    EXPECT_TRUE(runHostProgram(L"rm", L"-f", toWide(path + ".tmp"), false));
 }
 
 class ComApartment {
@@ -115,6 +136,51 @@ std::wstring testKey() {
 
 void CleanRegistry::wipe() {
     RegDeleteTreeW(HKEY_CURRENT_USER, testKey().c_str());
+}
+
+// Top left, top right, bottom left, bottom right of quarters.jpg are red, green, blue, white.
+std::string cornersOf(const base::Picture& picture) {
+    const auto colourAt = [&](int x, int y) {
+        const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(y * picture.width + x)];
+        const auto strong = [pixel](unsigned shift) { return ((pixel >> shift) & 0xFFU) > 128; };
+        return strong(16) && strong(8) && strong(0) ? 'w' : strong(16) ? 'r' : strong(8) ? 'g' : strong(0) ? 'b' : '?';
+    };
+    const int right = picture.width * 3 / 4;
+    const int low = picture.height * 3 / 4;
+    const int left = picture.width / 4;
+    const int high = picture.height / 4;
+    return {colourAt(left, high), colourAt(right, high), colourAt(left, low), colourAt(right, low)};
+}
+
+TEST(WicPictureDecoder, PicturesStandAsTheCameraWasHeld) {
+    WicWorld world;
+    const std::vector<std::string> corners = {"rgbw", "grwb", "wbgr", "bwrg", "rbgw", "brwg", "wgbr", "gwrb"};
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const std::string name = "orientation_" + std::to_string(i + 1) + ".jpg";
+        const auto picture = world.decoder().decode(pathOf(name), 50, 40);
+        ASSERT_TRUE(picture) << name;
+        EXPECT_EQ(cornersOf(*picture), corners[i]) << name;
+        EXPECT_EQ(picture->width, i < 4 ? 50 : 20) << name;
+        EXPECT_EQ(picture->height, i < 4 ? 25 : 40) << name;
+    }
+}
+
+TEST(WicPictureDecoder, TransparentPixelsAreMultipliedByTheirAlpha) {
+    WicWorld world;
+    const auto picture = world.decoder().decode(pathOf("half_red.png"), 8, 8);
+    ASSERT_TRUE(picture);
+    EXPECT_NEAR(picture->pixels[0] >> 24U, 0x80, 1);
+    EXPECT_NEAR((picture->pixels[0] >> 16U) & 0xFFU, 0x80, 1);
+    EXPECT_EQ(picture->pixels[0] & 0xFFFFU, 0U);
+}
+
+TEST(WicPictureDecoder, TheFileIsFreeAgainAfterwards) {
+    WicWorld world;
+    ScratchFolder scratch;
+    const std::wstring copy = scratch.path().wstring() + L"\\a.jpg";
+    ASSERT_TRUE(CopyFileW(toWide(pathOf("quarters.jpg")).c_str(), copy.c_str(), FALSE));
+    EXPECT_TRUE(world.decoder().decode(windows::fromWide(copy), 50, 50));
+    EXPECT_TRUE(windows::UniqueHandle(CreateFileW(copy.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Windows, FileSystemContract, testing::Values([] { return std::make_unique<WindowsWorld>(); }));

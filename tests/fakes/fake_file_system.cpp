@@ -39,7 +39,7 @@ std::string tidied(std::string_view path) {
                 parts.pop_back();
             }
         } else if (!part.empty() && part != ".") {
-            if (part.find_first_of("*?<>|\"") != part.npos ||
+            if (part.find_first_of(std::string_view("*?<>|\"\0", 7)) != part.npos ||
                 (part.find(':') != part.npos && !(i == 0 && isDrive(part)))) {
                 throw RuntimeError(error::kBadFileName);
             }

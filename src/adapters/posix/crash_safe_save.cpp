@@ -63,17 +63,19 @@ void flushFolderOf(const std::string& name) {
 void crashSafeSave(const std::string& name, std::string_view bytes) {
     const std::string temporary = name + ".tmp";
     UniqueFd file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-    if (!file && (errno == EACCES || errno == EPERM) && ::access(temporary.c_str(), F_OK) != 0 &&
-        ::access(name.c_str(), W_OK) == 0) {
+    const int failure = errno;
+    struct stat target {};
+    const bool replaces = ::stat(name.c_str(), &target) == 0;
+    if (!file && failure == EACCES && replaces && ::access(temporary.c_str(), F_OK) != 0) {
         writeInPlace(name, bytes);
         return;
     }
     if (!file) {
+        errno = failure;
         raiseErrno();
     }
     RemoveUnlessMoved guard{temporary};
-    struct stat target {};
-    if (::stat(name.c_str(), &target) == 0) {
+    if (replaces) {
         ::fchmod(file.get(), target.st_mode & 07777U);
     }
     writeAll(file.get(), bytes);

@@ -41,8 +41,8 @@ void requireParent(const std::string& name) {
     }
 }
 
-bool hasWildcard(std::string_view path) {
-    return path.find_first_of("*?") != path.npos;
+bool namesOneThing(std::string_view path) {
+    return !path.empty() && path.find_first_of(std::string_view("*?\0", 3)) == path.npos;
 }
 
 } // namespace
@@ -51,13 +51,13 @@ PosixFileSystem::PosixFileSystem(std::filesystem::path root) : m_root(std::move(
 
 bool PosixFileSystem::fileExists(std::string_view path) {
     mode_t mode = 0;
-    return !path.empty() && path.back() != '\\' && path.back() != '/' && !hasWildcard(path) &&
-           modeOf(native(path), mode) && !S_ISDIR(mode);
+    return namesOneThing(path) && path.back() != '\\' && path.back() != '/' && modeOf(native(path), mode) &&
+           !S_ISDIR(mode);
 }
 
 bool PosixFileSystem::folderExists(std::string_view path) {
     mode_t mode = 0;
-    return !path.empty() && !hasWildcard(path) && modeOf(native(path), mode) && S_ISDIR(mode);
+    return namesOneThing(path) && modeOf(native(path), mode) && S_ISDIR(mode);
 }
 
 void PosixFileSystem::createFolder(std::string_view path) {
@@ -140,7 +140,7 @@ std::string PosixFileSystem::native(std::string_view path) const {
     if (path.size() >= 2 && path[1] == ':') {
         path.remove_prefix(2);
     }
-    if (path.find(':') != path.npos || path.find('\0') != path.npos) {
+    if (path.find_first_of(std::string_view(":\0", 2)) != path.npos) {
         throw RuntimeError(error::kBadFileName);
     }
     std::string name = m_root.string() + "/" + std::string(path);

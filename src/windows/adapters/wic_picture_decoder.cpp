@@ -1,5 +1,6 @@
 #include "windows/adapters/wic_picture_decoder.h"
 
+#include "windows/adapters/exif_orientation.h"
 #include "windows/adapters/native_path.h"
 
 #include <algorithm>
@@ -38,21 +39,7 @@ struct Size {
     UINT height = 0;
 };
 
-// How a camera was held: the EXIF orientation, 1 (upright) to 8. The other values turn or mirror the picture.
-int orientationOf(IWICBitmapFrameDecode* frame) {
-    ComPtr<IWICMetadataQueryReader> reader;
-    PROPVARIANT value;
-    PropVariantInit(&value);
-    int orientation = 1;
-    if (SUCCEEDED(frame->GetMetadataQueryReader(&reader)) && reader &&
-        SUCCEEDED(reader->GetMetadataByName(L"/app1/ifd/{ushort=274}", &value)) && value.vt == VT_UI2 &&
-        value.uiVal >= 1 && value.uiVal <= 8) {
-        orientation = value.uiVal;
-    }
-    PropVariantClear(&value);
-    return orientation;
-}
-
+// Of the EXIF orientations, 5 to 8 lay the picture on its side.
 bool swapsSides(int orientation) {
     return orientation >= 5;
 }
@@ -67,11 +54,23 @@ Size fitted(Size source, Size limit) {
     return {side(source.width, limit.width), side(source.height, limit.height)};
 }
 
-ComPtr<IWICBitmapFrameDecode> firstFrame(IWICImagingFactory* factory, const std::wstring& path) {
+ComPtr<IStream> opened(const std::wstring& path) {
     ComPtr<IStream> stream; // shared in every way: a preview must not stand in another program's way
     check(SHCreateStreamOnFileEx(path.c_str(), STGM_READ | STGM_SHARE_DENY_NONE, 0, FALSE, nullptr, &stream));
+    return stream;
+}
+
+int orientationOf(IStream* file) {
+    std::string start(std::size_t{64} << 10U, '\0');
+    ULONG count = 0;
+    check(file->Read(start.data(), static_cast<ULONG>(start.size()), &count));
+    check(file->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr));
+    return exifOrientation(std::string_view(start).substr(0, count));
+}
+
+ComPtr<IWICBitmapFrameDecode> firstFrame(IWICImagingFactory* factory, IStream* file) {
     ComPtr<IWICBitmapDecoder> decoder;
-    check(factory->CreateDecoderFromStream(stream.Get(), nullptr, WICDecodeMetadataCacheOnDemand, &decoder));
+    check(factory->CreateDecoderFromStream(file, nullptr, WICDecodeMetadataCacheOnDemand, &decoder));
     ComPtr<IWICBitmapFrameDecode> frame;
     check(decoder->GetFrame(0, &frame));
     return frame;
@@ -129,14 +128,15 @@ base::Picture turned(const base::Picture& in, int orientation) {
 base::Picture decodeWithin(const std::wstring& path, Size limit) {
     ComPtr<IWICImagingFactory> factory;
     check(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&factory)));
-    const ComPtr<IWICBitmapFrameDecode> frame = firstFrame(factory.Get(), path);
+    const ComPtr<IStream> file = opened(path);
+    const int orientation = orientationOf(file.Get());
+    const ComPtr<IWICBitmapFrameDecode> frame = firstFrame(factory.Get(), file.Get());
 
     Size source;
     check(frame->GetSize(&source.width, &source.height)); // from the file's header, before any pixel
     if (source.width == 0 || source.height == 0 || std::uint64_t{source.width} * source.height > kMostPixels) {
         throw DecodingFailed();
     }
-    const int orientation = orientationOf(frame.Get());
     if (swapsSides(orientation)) {
         std::swap(limit.width, limit.height);
     }
