@@ -39,6 +39,13 @@ std::string boxText(HWND box) {
     return textOf(GetDlgItem(box, kMessageBoxText));
 }
 
+bool boxHasIcon(HWND box) {
+    return std::ranges::any_of(descendantsOf(box), [](HWND control) {
+        return classOf(control) == "Static" && (GetWindowLongW(control, GWL_STYLE) & SS_TYPEMASK) == SS_ICON &&
+               IsWindowVisible(control) != FALSE && ask(control, STM_GETICON) != 0;
+    });
+}
+
 void answerBox(HWND box, std::string_view answer) {
     const auto* const found = std::ranges::find(kAnswers, answer, &Answer::name);
     if (found == kAnswers.end()) {

@@ -10,6 +10,7 @@ namespace drive {
 
 // The text of a message box, line breaks as they are.
 [[nodiscard]] std::string boxText(HWND box);
+[[nodiscard]] bool boxHasIcon(HWND box);
 // OK, Cancel, Yes or No. Throws Failure when the box has no such button.
 void answerBox(HWND box, std::string_view answer);
 

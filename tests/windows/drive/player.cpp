@@ -66,6 +66,7 @@ void Player::play(const Command& command) {
         {"expect-hidden", &Player::expectHidden},
         {"expect-focus", &Player::expectFocus},
         {"box", &Player::box},
+        {"box-icon", &Player::boxIcon},
         {"input", &Player::input},
         {"input-cancel", &Player::inputCancel},
         {"pick", &Player::pick},

@@ -65,6 +65,7 @@ private:
 
     // player_dialogs.cpp: boxes and file dialogs.
     void box(Arguments arguments);
+    void boxIcon(Arguments arguments);
     void input(Arguments arguments);
     void inputCancel(Arguments arguments);
     void pick(Arguments arguments);

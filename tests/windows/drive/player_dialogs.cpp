@@ -12,14 +12,10 @@ namespace {
 
 std::string nameOf(DialogKind kind) {
     switch (kind) {
-    case DialogKind::MessageBox:
-        return "a message box";
-    case DialogKind::InputBox:
-        return "an input box";
-    case DialogKind::FileDialog:
-        return "a file dialog";
-    case DialogKind::None:
-        break;
+    case DialogKind::MessageBox: return "a message box";
+    case DialogKind::InputBox: return "an input box";
+    case DialogKind::FileDialog: return "a file dialog";
+    case DialogKind::None: break;
     }
     return "a dialog";
 }
@@ -64,6 +60,11 @@ void Player::box(Arguments arguments) {
     }
     answerBox(window, arguments[1]);
     waitUntilGone(window, "the message box");
+}
+
+void Player::boxIcon(Arguments arguments) {
+    const std::string actual = boxHasIcon(dialog(DialogKind::MessageBox)) ? "on" : "off";
+    expectSame("the icon of the message box", actual, arguments[0]);
 }
 
 HWND Player::inputBox(Arguments arguments, std::size_t promptIndex) const {

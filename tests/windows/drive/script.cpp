@@ -46,6 +46,7 @@ constexpr auto kGrammar = std::to_array<Grammar>({
     {"expect-focus", 1, 1, "expect-focus CONTROL", "waits until the control has the focus"},
     {"box", 2, 3, "box \"TEXT\" ANSWER [\"TITLE\"]",
      "waits for a message box that holds the text; OK, Cancel, Yes or No"},
+    {"box-icon", 1, 1, "box-icon on|off", "waits for a message box with, or without, an icon"},
     {"input", 1, 2, "input \"TEXT\" [\"PROMPT\"]", "answers an input box"},
     {"input-cancel", 0, 1, "input-cancel [\"PROMPT\"]", "cancels an input box"},
     {"pick", 1, 1, "pick \"PATH\"", "chooses a file in a file dialog"},

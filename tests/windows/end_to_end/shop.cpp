@@ -1,0 +1,175 @@
+// Folders, files, settings and the script host of the end-to-end tests.
+#include "windows/end_to_end/shop.h"
+
+#include "windows/drive/failure.h"
+#include "windows/drive/script.h"
+#include "windows/drive/wide.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace end_to_end {
+namespace {
+
+using drive::narrow;
+using drive::wide;
+
+constexpr const wchar_t* kSettings = L"Software\\VB and VBA Program Settings\\QuorVantis\\Main";
+constexpr const wchar_t* kModified = L"ImageModify";
+
+std::string freshFolder() {
+    std::array<wchar_t, MAX_PATH> base{};
+    GetTempPathW(MAX_PATH, base.data());
+    // Two runs in one prefix must not meet; one process runs its tests one after another.
+    static int count = 0;
+    return narrow(base.data()) + "shop" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++count) + "\\";
+}
+
+// Statements that leave the text in the variable `code`: plain letters in quotes, everything else by number.
+std::string assignment(std::string_view text) {
+    constexpr std::size_t kUnitsPerStatement = 200;
+    const std::wstring units = wide(text);
+    std::string statements = "code = \"\"\r\n";
+    for (std::size_t start = 0; start < units.size(); start += kUnitsPerStatement) {
+        statements += "code = code";
+        std::string plain;
+        const auto flush = [&] {
+            if (!plain.empty()) {
+                statements += " & \"" + plain + "\"";
+                plain.clear();
+            }
+        };
+        for (const wchar_t unit : units.substr(start, kUnitsPerStatement)) {
+            if (unit >= 0x20 && unit < 0x7F && unit != L'"') {
+                plain += static_cast<char>(unit);
+            } else {
+                flush();
+                statements += " & ChrW(" + std::to_string(static_cast<unsigned>(unit)) + ")";
+            }
+        }
+        flush();
+        statements += "\r\n";
+    }
+    return statements;
+}
+
+// An error would end the script silently with code 0, so it prints each one and ends with a code of its own.
+std::string hostScript(std::string_view folder, const std::vector<std::string>& productCodes) {
+    std::string script = "On Error Resume Next\r\n"
+                         "Set link = CreateObject(\"QuorvantisImage.clsQVI_Link\")\r\n"
+                         "If Err.Number <> 0 Then\r\n"
+                         "    WScript.Echo \"no object: \" & Err.Number & \" \" & Err.Description\r\n"
+                         "    WScript.Quit 9\r\n"
+                         "End If\r\n"
+                         "link.gQuorVantisPath = \"" +
+                         std::string(folder) + "\"\r\n";
+    for (const std::string& code : productCodes) {
+        script += assignment(code) + "link.ProductCode = code\r\n"
+                                     "Err.Clear\r\n"
+                                     "link.ShowForm\r\n"
+                                     "WScript.Echo \"error \" & Err.Number & \" [\" & Err.Source & \"] [\" & "
+                                     "Err.Description & \"]\"\r\n"
+                                     "Err.Clear\r\n"
+                                     "WScript.Echo \"returned [\" & link.NewImageFile & \"] \" & link.DeleteLink\r\n";
+    }
+    return script + "WScript.Echo \"END\"\r\nWScript.Quit 0\r\n";
+}
+
+std::filesystem::path pathOf(const std::string& text) {
+    return {wide(text)};
+}
+
+} // namespace
+
+Shop::Shop() : m_folder(freshFolder()) {
+    std::filesystem::create_directories(pathOf(m_folder + "images"));
+    clearModified();
+}
+
+Shop::~Shop() {
+    m_player.reset(); // ends the host before its folder goes
+    std::error_code ignored;
+    std::filesystem::remove_all(pathOf(m_folder), ignored);
+}
+
+void Shop::write(std::string_view name, std::string_view bytes) const {
+    const std::filesystem::path path = pathOf(m_folder + std::string(name));
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string Shop::read(std::string_view name) const {
+    std::ifstream file(pathOf(m_folder + std::string(name)), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool Shop::exists(std::string_view name) const {
+    return std::filesystem::exists(pathOf(m_folder + std::string(name)));
+}
+
+std::vector<std::string> Shop::namesLike(std::string_view pattern) const {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW data{};
+    const HANDLE search = FindFirstFileW(wide(m_folder + std::string(pattern)).c_str(), &data);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more != FALSE; more = FindNextFileW(search, &data)) {
+        names.push_back(narrow(data.cFileName));
+    }
+    FindClose(search);
+    return names;
+}
+
+void Shop::setReadOnly(std::string_view name, bool readOnly) const {
+    SetFileAttributesW(wide(m_folder + std::string(name)).c_str(),
+                       readOnly ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL);
+}
+
+void Shop::startHost(const std::vector<std::string>& productCodes) {
+    write("host.vbs", hostScript(m_folder, productCodes));
+    m_player.emplace([](std::string_view) {});
+    m_player->play({{1, "start", {"cscript //nologo \"" + m_folder + "host.vbs\""}}});
+}
+
+void Shop::play(std::string_view script) {
+    std::string text(script);
+    constexpr std::string_view kPlaceholder = "{folder}";
+    for (std::size_t at = text.find(kPlaceholder); at != std::string::npos; at = text.find(kPlaceholder)) {
+        text.replace(at, kPlaceholder.size(), m_folder);
+    }
+    m_player->play(drive::parseScript(text));
+}
+
+std::string Shop::hostEnds() {
+    m_player->play({{1, "wait-exit", {"0"}}});
+    return m_player->host().output();
+}
+
+std::string Shop::modified() {
+    std::array<wchar_t, 64> value{};
+    DWORD size = sizeof value;
+    const LSTATUS status =
+        RegGetValueW(HKEY_CURRENT_USER, kSettings, kModified, RRF_RT_REG_SZ, nullptr, value.data(), &size);
+    return status == ERROR_SUCCESS ? narrow(value.data()) : std::string();
+}
+
+void Shop::clearModified() {
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kSettings, kModified);
+}
+
+void Shop::waitUntilModified() const {
+    drive::Patience(m_player->host()).until("ImageModify to be set", [] { return modified() == "Saved"; });
+}
+
+LockedFile::LockedFile(const std::string& path)
+    : m_file(CreateFileW(wide(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {
+    if (m_file == INVALID_HANDLE_VALUE) {
+        throw drive::Failure("cannot lock " + path);
+    }
+}
+
+LockedFile::~LockedFile() {
+    CloseHandle(m_file);
+}
+
+} // namespace end_to_end
