@@ -14,6 +14,7 @@ namespace drive {
 namespace {
 
 constexpr int kMessageBoxText = 0xFFFF;
+constexpr int kFileNameEdit = 0x480; // edt1 of the platform's dlgs.h
 
 struct Answer {
     std::string_view name;
@@ -66,8 +67,9 @@ void answerInput(HWND box, std::string_view text) {
 
 HWND fileNameField(HWND dialog) {
     for (const HWND control : descendantsOf(dialog)) {
-        // The only combo box of the dialog that one can type in.
-        if (classOf(control) == "Edit" && classOf(GetParent(control)) == "ComboBox" && usable(control)) {
+        // In the only combo box that one can type in, or by itself in dialogs that remember no names.
+        const bool isName = classOf(GetParent(control)) == "ComboBox" || GetDlgCtrlID(control) == kFileNameEdit;
+        if (isName && classOf(control) == "Edit" && usable(control)) {
             return control;
         }
     }

@@ -160,7 +160,7 @@ void Player::settle(HWND window) const {
     // interval later, comes when it has.
     ask(window, WM_NULL);
     bool again = false;
-    m_patience.until("the window to settle", [&] { return std::exchange(again, true); });
+    m_patience.until("the window to settle", [&] { return IsWindow(window) == FALSE || std::exchange(again, true); });
     ask(window, WM_NULL);
 }
 

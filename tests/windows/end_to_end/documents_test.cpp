@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr std::string_view kNewLink = "<images><p f1=\"A\" f2=\"a.jpg\" f3=\"created\"/></images>\n\r\n";
+constexpr std::string_view kNewLink = "<images><p f1=\"A\" f2=\"a.jpg\" f3=\"created\"/></images>\r\n";
 
 class Documents : public Shop {
 protected:
@@ -111,7 +111,7 @@ TEST_F(Documents, OfTwentyMegabytesOpenAndSave) {
     }
     write("images.xml", bytes + "</images>");
     addPicture("old.jpg");
-    EXPECT_TRUE(read("images.xml") == bytes + "<p f1=\"A\" f2=\"a.jpg\" f3=\"created\"/></images>\n\r\n");
+    EXPECT_TRUE(read("images.xml") == bytes + "<p f1=\"A\" f2=\"a.jpg\" f3=\"created\"/></images>\r\n");
 }
 
 TEST_F(Documents, LockedWhileTheDialogOpensLoseNoLink) {

@@ -31,13 +31,11 @@ TEST_F(Keyboard, LinksAreAddedAndDeletedByKeysAlone) {
     write("images\\a.jpg", "picture");
     write("images.xml", R"(<images><p f1="A" f2="x.jpg" f3="created"/><p f1="A" f2="y.jpg" f3="created"/></images>)");
     startHost({"A"});
-    // Two buttons share Alt+A, so it moves the focus among them; the blank presses the one that has it.
+    // Two buttons share Alt+A: it means the next one after the focus.
     play(R"(
         wait frmQVI_Images
         focus lImages
         key Alt+A
-        expect-focus cmdbrowse
-        key Space
         pick "{folder}images\a.jpg"
         expect lImages x.jpg y.jpg a.jpg
         focus lImages

@@ -24,7 +24,7 @@ TEST_F(Linking, APictureIsWrittenOnceThoughItIsAddedTwice) {
         expect lImages a.jpg
     )");
     waitUntilModified();
-    EXPECT_EQ(read("images.xml"), "<images><p f1=\"GEAR-20\" f2=\"a.jpg\" f3=\"created\"/></images>\n\r\n");
+    EXPECT_EQ(read("images.xml"), "<images><p f1=\"GEAR-20\" f2=\"a.jpg\" f3=\"created\"/></images>\r\n");
     clearModified();
     play(R"(
         click cmdbrowse
@@ -40,36 +40,41 @@ TEST_F(Linking, APictureIsWrittenOnceThoughItIsAddedTwice) {
     )");
     EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
     EXPECT_EQ(read("images.xml"), "<images><p f1=\"GEAR-20\" f2=\"a.jpg\" f3=\"created\"/>"
-                                  "<p f1=\"GEAR-20\" f2=\"set\\b.jpg\" f3=\"created\"/></images>\n\r\n");
+                                  "<p f1=\"GEAR-20\" f2=\"set\\b.jpg\" f3=\"created\"/></images>\r\n");
     EXPECT_EQ(namesLike("images*").size(), 2U) << "the folder and the document, nothing else";
 }
 
 TEST_F(Linking, ASpecificationIsDeletedByItsPlainNameOnly) {
     write("rtf\\gear.rtf", "document");
     startHost({"GEAR-20"});
-    play(R"(
+    play(R"script(
         wait frmQVI_Images
         click cmdAddSpec
         pick "{folder}rtf\gear.rtf"
         input "Data sheet" "Enter a description"
-        expect lRTF "gear.rtf (Data sheet)" click cmdAddSpec pick "{folder}rtf\gear.rtf" input "Again" expect lRTF
-         "gear.rtf (Data sheet)"
-         "gear.rtf (Again)") ");
-        const std::string both = "<rtf><p f1=\"GEAR-20\" f2=\"gear.rtf\" f3=\"created\" f4=\"Data sheet\"/>"
-                                 "<p f1=\"GEAR-20\" f2=\"gear.rtf\" f3=\"created\" f4=\"Again\"/></rtf>";
-    EXPECT_EQ(read("rtf.xml"), both + "\n\r\n");
-    play(R"(
-        select lRTF "gear.rtf (Again)" click cmdDeletSpec expect lRTF gear.rtf gear.rtf) ");
-        EXPECT_EQ(read("rtf.xml"), both + "\n\r\n")
-        << "the entry with its description names no file";
-    play(R"(
+        expect lRTF "gear.rtf (Data sheet)"
+        click cmdAddSpec
+        pick "{folder}rtf\gear.rtf"
+        input "Again"
+        expect lRTF "gear.rtf (Data sheet)" "gear.rtf (Again)"
+    )script");
+    const std::string both = "<rtf><p f1=\"GEAR-20\" f2=\"gear.rtf\" f3=\"created\" f4=\"Data sheet\"/>"
+                             "<p f1=\"GEAR-20\" f2=\"gear.rtf\" f3=\"created\" f4=\"Again\"/></rtf>";
+    EXPECT_EQ(read("rtf.xml"), both + "\r\n");
+    play(R"script(
+        select lRTF "gear.rtf (Again)"
+        click cmdDeletSpec
+        expect lRTF gear.rtf gear.rtf
+    )script");
+    EXPECT_EQ(read("rtf.xml"), both + "\r\n") << "the entry with its description names no file";
+    play(R"script(
         select lRTF gear.rtf
         click cmdDeletSpec
         expect lRTF gear.rtf
         key Escape
-    )");
+    )script");
     EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
-    EXPECT_EQ(read("rtf.xml"), "<rtf><p f1=\"GEAR-20\" f2=\"gear.rtf\" f3=\"created\" f4=\"Again\"/></rtf>\n")
+    EXPECT_EQ(read("rtf.xml"), "<rtf><p f1=\"GEAR-20\" f2=\"gear.rtf\" f3=\"created\" f4=\"Again\"/></rtf>")
         << "the first of the two goes";
     EXPECT_EQ(modified(), "Saved");
 }
@@ -92,13 +97,15 @@ TEST_F(Linking, CancelledDialogsChangeNothingButACancelledDescriptionLinks) {
     EXPECT_FALSE(exists("rtf.xml"));
     EXPECT_EQ(modified(), "");
     write("rtf\\gear.pdf", "document");
-    play(R"(
+    play(R"script(
         click cmdAddSpec
         pick "{folder}rtf\gear.pdf"
         input-cancel "Enter a description"
-        expect lRTF "gear.pdf ()" key Escape) ");
-        EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
-    EXPECT_EQ(read("rtf.xml"), "<rtf><p f1=\"GEAR-20\" f2=\"gear.pdf\" f3=\"created\" f4=\"\"/></rtf>\n\r\n");
+        expect lRTF "gear.pdf ()"
+        key Escape
+    )script");
+    EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
+    EXPECT_EQ(read("rtf.xml"), "<rtf><p f1=\"GEAR-20\" f2=\"gear.pdf\" f3=\"created\" f4=\"\"/></rtf>\r\n");
 }
 
 TEST_F(Linking, DeletingTakesTheFirstLinkOfThatNameAndReloadsBothLists) {
@@ -127,7 +134,7 @@ TEST_F(Linking, DeletingTakesTheFirstLinkOfThatNameAndReloadsBothLists) {
     EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
     EXPECT_EQ(read("images.xml"), "<images><p f1=\"B\" f2=\"a.jpg\" f3=\"created\"/>"
                                   "<p f1=\"A\" f2=\"b.jpg\" f3=\"created\"/>"
-                                  "<p f1=\"A\" f2=\"old.jpg\" f3=\"deleted\"/></images>\n");
+                                  "<p f1=\"A\" f2=\"old.jpg\" f3=\"deleted\"/></images>");
 }
 
 TEST_F(Linking, APictureOutsideTheFolderIsLinkedByTheRestOfItsPath) {
@@ -144,7 +151,7 @@ TEST_F(Linking, APictureOutsideTheFolderIsLinkedByTheRestOfItsPath) {
         key Escape
     )");
     EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
-    EXPECT_EQ(read("images.xml"), "<images><p f1=\"A\" f2=\"" + rest + "\" f3=\"created\"/></images>\n\r\n");
+    EXPECT_EQ(read("images.xml"), "<images><p f1=\"A\" f2=\"" + rest + "\" f3=\"created\"/></images>\r\n");
 }
 
 TEST_F(Linking, APictureThatIsGoneOrBrokenShowsAPlaceholder) {

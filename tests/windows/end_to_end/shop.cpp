@@ -27,52 +27,38 @@ std::string freshFolder() {
     return narrow(base.data()) + "shop" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++count) + "\\";
 }
 
-// Statements that leave the text in the variable `code`: plain letters in quotes, everything else by number.
-std::string assignment(std::string_view text) {
-    constexpr std::size_t kUnitsPerStatement = 200;
-    const std::wstring units = wide(text);
-    std::string statements = "code = \"\"\r\n";
-    for (std::size_t start = 0; start < units.size(); start += kUnitsPerStatement) {
-        statements += "code = code";
-        std::string plain;
-        const auto flush = [&] {
-            if (!plain.empty()) {
-                statements += " & \"" + plain + "\"";
-                plain.clear();
-            }
-        };
-        for (const wchar_t unit : units.substr(start, kUnitsPerStatement)) {
-            if (unit >= 0x20 && unit < 0x7F && unit != L'"') {
-                plain += static_cast<char>(unit);
-            } else {
-                flush();
-                statements += " & ChrW(" + std::to_string(static_cast<unsigned>(unit)) + ")";
-            }
-        }
-        flush();
-        statements += "\r\n";
-    }
-    return statements;
+std::string utf16File(std::string_view text) {
+    const std::wstring units = L"\xFEFF" + wide(text);
+    return {reinterpret_cast<const char*>(units.data()), units.size() * sizeof(wchar_t)};
+}
+
+std::string codeFile(std::size_t index) {
+    return "code" + std::to_string(index) + ".txt";
 }
 
 // An error would end the script silently with code 0, so it prints each one and ends with a code of its own.
-std::string hostScript(std::string_view folder, const std::vector<std::string>& productCodes) {
+// It reads the codes from UTF-16 files, as a script cannot hold every character itself.
+std::string hostScript(std::string_view folder, std::size_t calls) {
+    const std::string quotedFolder = "\"" + std::string(folder);
     std::string script = "On Error Resume Next\r\n"
+                         "Set files = CreateObject(\"Scripting.FileSystemObject\")\r\n"
                          "Set link = CreateObject(\"QuorvantisImage.clsQVI_Link\")\r\n"
                          "If Err.Number <> 0 Then\r\n"
                          "    WScript.Echo \"no object: \" & Err.Number & \" \" & Err.Description\r\n"
                          "    WScript.Quit 9\r\n"
                          "End If\r\n"
-                         "link.gQuorVantisPath = \"" +
-                         std::string(folder) + "\"\r\n";
-    for (const std::string& code : productCodes) {
-        script += assignment(code) + "link.ProductCode = code\r\n"
-                                     "Err.Clear\r\n"
-                                     "link.ShowForm\r\n"
-                                     "WScript.Echo \"error \" & Err.Number & \" [\" & Err.Source & \"] [\" & "
-                                     "Err.Description & \"]\"\r\n"
-                                     "Err.Clear\r\n"
-                                     "WScript.Echo \"returned [\" & link.NewImageFile & \"] \" & link.DeleteLink\r\n";
+                         "link.gQuorVantisPath = " +
+                         quotedFolder + "\"\r\n";
+    for (std::size_t index = 0; index < calls; ++index) {
+        script += "link.ProductCode = \"\"\r\n"
+                  "link.ProductCode = files.OpenTextFile(" +
+                  quotedFolder + codeFile(index) +
+                  "\", 1, False, -1).ReadAll\r\n"
+                  "Err.Clear\r\n"
+                  "link.ShowForm\r\n"
+                  "WScript.Echo \"error \" & Err.Number & \" [\" & Err.Source & \"] [\" & Err.Description & \"]\"\r\n"
+                  "Err.Clear\r\n"
+                  "WScript.Echo \"returned [\" & link.NewImageFile & \"] \" & link.DeleteLink\r\n";
     }
     return script + "WScript.Echo \"END\"\r\nWScript.Quit 0\r\n";
 }
@@ -126,7 +112,10 @@ void Shop::setReadOnly(std::string_view name, bool readOnly) const {
 }
 
 void Shop::startHost(const std::vector<std::string>& productCodes) {
-    write("host.vbs", hostScript(m_folder, productCodes));
+    for (std::size_t index = 0; index < productCodes.size(); ++index) {
+        write(codeFile(index), utf16File(productCodes[index]));
+    }
+    write("host.vbs", hostScript(m_folder, productCodes.size()));
     m_player.emplace([](std::string_view) {});
     m_player->play({{1, "start", {"cscript //nologo \"" + m_folder + "host.vbs\""}}});
 }
