@@ -1,0 +1,109 @@
+// Automation values, run-time errors and error-ignoring routines.
+#include "base/date_time.h"
+#include "base/resume_next.h"
+#include "base/runtime_error.h"
+#include "base/variant.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_late_bound.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <new>
+#include <stdexcept>
+#include <vector>
+
+namespace base {
+namespace {
+
+std::int32_t numberOf(const auto& step) {
+    try {
+        step();
+        return 0;
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+}
+
+TEST(Variant, TextIsWhatAutomationMakesOfTheValue) {
+    struct Row {
+        Variant value;
+        std::string text;
+    };
+    const std::vector<Row> rows = {{Empty{}, ""},    {true, "True"},
+                                   {false, "False"}, {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
+                                   {0.5, "0.5"},     {std::string("x"), "x"},
+                                   {3.0, "3"}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(toText(row.value), row.text);
+    }
+    EXPECT_EQ(numberOf([] { (void)toText(Null{}); }), 94);
+    EXPECT_EQ(numberOf([] { (void)toText(ObjectRef()); }), 13);
+}
+
+TEST(Variant, EqualityFollowsAutomation) {
+    const ObjectRef object = std::make_shared<fakes::FakeLateBound>();
+    const ObjectRef other = std::make_shared<fakes::FakeLateBound>();
+    struct Row {
+        Variant left, right;
+        bool equal;
+    };
+    const std::vector<Row> rows = {
+        {Empty{}, Empty{}, true},
+        {Empty{}, std::string(), true},
+        {Empty{}, 0, true},
+        {Empty{}, 0.0, true},
+        {Empty{}, false, true},
+        {Empty{}, std::string("0"), false},
+        {Empty{}, true, false},
+        {Null{}, Null{}, false},
+        {Null{}, Empty{}, false},
+        {true, -1, true},
+        {true, 1, false},
+        {1, 1.0, true},
+        {std::string("1"), 1, false},
+        {std::string("a"), std::string("A"), false},
+        {object, object, true},
+        {object, other, false},
+        {Empty{}, object, false},
+    };
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(equals(rows[i].left, rows[i].right), rows[i].equal) << "row " << i;
+        EXPECT_EQ(equals(rows[i].right, rows[i].left), rows[i].equal) << "row " << i << " turned round";
+    }
+}
+
+TEST(ResumeNext, IgnoresRunTimeErrorsButNothingGraver) {
+    int value = 1;
+    EXPECT_TRUE(resumeNext([&] { value = 2; }));
+    EXPECT_FALSE(resumeNext([&] {
+        throw RuntimeError(error::kPathFileAccess);
+        value = 3;
+    }));
+    EXPECT_EQ(value, 2);
+    EXPECT_EQ(resumeNext([]() -> int { throw RuntimeError(-2147467259, "library"); }), std::nullopt);
+    EXPECT_THROW(resumeNext([] { throw RuntimeError(error::kOutOfMemory); }), RuntimeError);
+    EXPECT_THROW(resumeNext([] { throw std::bad_alloc(); }), std::bad_alloc);
+    EXPECT_THROW(resumeNext([] { throw std::logic_error("a fault of ours"); }), std::logic_error);
+}
+
+TEST(RuntimeError, CarriesTheStandardTextUnlessGivenAnother) {
+    const RuntimeError standard(error::kPathFileAccess);
+    EXPECT_EQ(standard.description(), "Path/File access error");
+    EXPECT_EQ(standard.source(), "QuorvantisImage");
+    EXPECT_EQ(RuntimeError(4711).description(), "Application-defined or object-defined error");
+    EXPECT_STREQ(RuntimeError(1004, "theirs", "text").what(), "text");
+}
+
+TEST(FileTimestamp, SortsByTimeOverEveryTurn) {
+    fakes::FakeClock clock({2026, 12, 31, 23, 59, 59});
+    EXPECT_EQ(fileTimestamp(clock.now()), "20261231_235959");
+    clock.advance(std::chrono::seconds(1));
+    EXPECT_EQ(fileTimestamp(clock.now()), "20270101_000000");
+    clock.set({2028, 2, 28, 12, 30, 5});
+    clock.advance(std::chrono::hours(24));
+    EXPECT_EQ(fileTimestamp(clock.now()), "20280229_123005");
+}
+
+} // namespace
+} // namespace base
