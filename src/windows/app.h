@@ -1,0 +1,39 @@
+// The composition root: makes the services of this machine and hands them to the entry objects.
+#pragma once
+
+#include "entry/environment.h"
+#include "windows/adapters/ansi_code_page.h"
+#include "windows/adapters/local_clock.h"
+#include "windows/adapters/registry_settings.h"
+#include "windows/adapters/wic_picture_decoder.h"
+#include "windows/adapters/windows_file_system.h"
+#include "windows/com/module.h"
+#include "windows/forms/windows_desktop.h"
+
+namespace windows {
+
+// One per process, made when the first automation object needs it and destroyed when the DLL is unloaded. Nothing in it
+// may hold a COM object or a window then: at that time COM may be gone.
+class App {
+public:
+    App(const App&) = delete;
+    App& operator=(const App&) = delete;
+
+    [[nodiscard]] static App& instance();
+
+    [[nodiscard]] entry::Environment& environment() noexcept { return m_environment; }
+
+private:
+    App() = default;
+    ~App() = default;
+
+    WindowsDesktop m_desktop{com::moduleHandle()};
+    WindowsFileSystem m_fileSystem;
+    RegistrySettings m_settings;
+    LocalClock m_clock;
+    WicPictureDecoder m_pictures;
+    AnsiCodePage m_ansi;
+    entry::Environment m_environment{m_desktop, m_fileSystem, m_settings, m_clock, m_pictures, m_ansi, {}, {}};
+};
+
+} // namespace windows

@@ -1,0 +1,141 @@
+// The base of every automation class: identity, lifetime, and late-bound calls by way of the type library.
+#pragma once
+
+#include "windows/com/automation_text.h"
+#include "windows/com/error_boundary.h"
+#include "windows/com/module.h"
+#include "windows/com/type_library.h"
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <atomic>
+#include <string>
+#include <utility>
+
+namespace windows::com {
+
+// `Dual` is the class's dual interface. It is deliberately the only way in beside IDispatch and ISupportErrorInfo:
+// a script host that finds IObjectWithSite on an object refuses to create it.
+template <typename Dual>
+class AutomationObject : public Dual, public ISupportErrorInfo {
+public:
+    AutomationObject(const AutomationObject&) = delete;
+    AutomationObject& operator=(const AutomationObject&) = delete;
+
+    // IUnknown
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override {
+        if (object == nullptr) {
+            return E_POINTER;
+        }
+        if (iid == __uuidof(Dual) || iid == IID_IDispatch || iid == IID_IUnknown) {
+            *object = static_cast<Dual*>(this);
+        } else if (iid == IID_ISupportErrorInfo) {
+            *object = static_cast<ISupportErrorInfo*>(this);
+        } else {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        AddRef();
+        return S_OK;
+    }
+
+    ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++m_references; }
+
+    ULONG STDMETHODCALLTYPE Release() noexcept override {
+        const ULONG left = --m_references;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+
+    // IDispatch
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) noexcept override {
+        if (count == nullptr) {
+            return E_POINTER;
+        }
+        *count = 1;
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) noexcept override {
+        if (info == nullptr) {
+            return E_POINTER;
+        }
+        *info = nullptr;
+        if (index != 0) {
+            return DISP_E_BADINDEX;
+        }
+        const HRESULT result = needTypeInfo();
+        return FAILED(result) ? result : m_typeInfo.CopyTo(info);
+    }
+
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID,
+                                            DISPID* ids) noexcept override {
+        if (iid != IID_NULL) {
+            return DISP_E_UNKNOWNINTERFACE;
+        }
+        const HRESULT result = needTypeInfo();
+        return FAILED(result) ? result : m_typeInfo->GetIDsOfNames(names, count, ids);
+    }
+
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* value,
+                                     EXCEPINFO* exception, UINT* argumentError) noexcept override {
+        if (iid != IID_NULL) {
+            return DISP_E_UNKNOWNINTERFACE;
+        }
+        const HRESULT result = needTypeInfo();
+        if (FAILED(result)) {
+            return result;
+        }
+        SetErrorInfo(0, nullptr); // or an older error's words would be taken for this call's
+        return m_typeInfo->Invoke(static_cast<Dual*>(this), id, flags, parameters, value, exception, argumentError);
+    }
+
+    // ISupportErrorInfo
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept override {
+        return iid == __uuidof(Dual) ? S_OK : S_FALSE;
+    }
+
+protected:
+    AutomationObject() = default;
+    virtual ~AutomationObject() = default;
+
+    // The body of a method. The object holds itself meanwhile: a host may let go of it while a form is open.
+    template <typename Body>
+    HRESULT run(Body&& body) noexcept {
+        const Microsoft::WRL::ComPtr<Dual> self(this);
+        return guarded(__uuidof(Dual), std::forward<Body>(body));
+    }
+
+    // The accessors of a text and of a Boolean property.
+    HRESULT get(const std::string& property, BSTR* value) noexcept {
+        return run([&] {
+            BSTR& result = target(value);
+            result = newBstr(property);
+        });
+    }
+    HRESULT put(std::string& property, BSTR value) noexcept {
+        return run([&] { property = fromBstr(value); });
+    }
+    HRESULT get(bool property, VARIANT_BOOL* value) noexcept {
+        return run([&] { target(value) = property ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    HRESULT put(bool& property, VARIANT_BOOL value) noexcept {
+        property = value != VARIANT_FALSE;
+        return S_OK;
+    }
+
+private:
+    // Not at creation: an early-bound host never needs it.
+    HRESULT needTypeInfo() noexcept { return m_typeInfo ? S_OK : loadTypeInfo(__uuidof(Dual), m_typeInfo); }
+
+    ModuleUse m_moduleUse;
+    std::atomic<ULONG> m_references = 1;
+    Microsoft::WRL::ComPtr<ITypeInfo> m_typeInfo;
+};
+
+} // namespace windows::com

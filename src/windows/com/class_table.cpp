@@ -1,0 +1,41 @@
+#include "windows/com/class_table.h"
+
+#include "windows/com/adopt.h"
+#include "windows/com/clsQVI_Globals_object.h"
+#include "windows/com/clsQVI_Link_object.h"
+#include "windows/com/error_boundary.h"
+#include "windows/com/quorvantisimage.h"
+
+#include <wrl/client.h>
+
+#include <algorithm>
+
+namespace windows::com {
+namespace {
+
+template <typename Object>
+HRESULT createObject(REFIID iid, void** object) noexcept {
+    Microsoft::WRL::ComPtr<Object> created;
+    const HRESULT result = guarded(IID_IClassFactory, [&] { created = adopt(new Object); });
+    return FAILED(result) ? result : created->QueryInterface(iid, object);
+}
+
+} // namespace
+
+std::span<const CreatableClass> creatableClasses() noexcept {
+    static const CreatableClass kClasses[] = {
+        {__uuidof(::clsQVI_Link), L"QuorvantisImage.clsQVI_Link", L"QuorvantisImage.clsQVI_Link",
+         __uuidof(::_clsQVI_Link), L"_clsQVI_Link", createObject<LinkObject>},
+        {__uuidof(::clsQVI_Globals), L"QuorvantisImage.clsQVI_Globals", L"QuorvantisImage.clsQVI_Globals",
+         __uuidof(::_clsQVI_Globals), L"_clsQVI_Globals", createObject<GlobalsObject>},
+    };
+    return kClasses;
+}
+
+const CreatableClass* findClass(REFCLSID clsid) noexcept {
+    const auto classes = creatableClasses();
+    const auto found = std::ranges::find_if(classes, [&](const CreatableClass& c) { return c.clsid == clsid; });
+    return found == classes.end() ? nullptr : &*found;
+}
+
+} // namespace windows::com

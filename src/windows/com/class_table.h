@@ -1,0 +1,27 @@
+// The classes that hosts can create. The class factory and the registration both work from this one table.
+#pragma once
+
+#include <windows.h>
+
+#include <unknwn.h>
+
+#include <span>
+
+namespace windows::com {
+
+struct CreatableClass {
+    CLSID clsid;
+    const wchar_t* progId;
+    const wchar_t* description;
+    IID defaultInterface;
+    const wchar_t* interfaceName;
+    // A new object with one reference, seen as `iid`.
+    HRESULT (*create)(REFIID iid, void** object) noexcept;
+};
+
+[[nodiscard]] std::span<const CreatableClass> creatableClasses() noexcept;
+
+// Null when this DLL has no such class.
+[[nodiscard]] const CreatableClass* findClass(REFCLSID clsid) noexcept;
+
+} // namespace windows::com

@@ -1,0 +1,117 @@
+#include "windows/com/registry_entries.h"
+
+#include "base/runtime_error.h"
+#include "windows/com/automation_text.h"
+#include "windows/com/class_table.h"
+
+#include <array>
+#include <charconv>
+#include <memory>
+#include <utility>
+
+namespace windows::com {
+namespace {
+
+// The system's marshaller that works from type libraries.
+constexpr wchar_t kTypeLibraryMarshaller[] = L"{00020424-0000-0000-C000-000000000046}";
+
+std::wstring textOf(const GUID& guid) {
+    std::array<wchar_t, 39> text{}; // braces, 36 characters, the final zero
+    StringFromGUID2(guid, text.data(), static_cast<int>(text.size()));
+    return text.data();
+}
+
+// The registry has version and locale numbers in lower-case hexadecimal.
+std::wstring hexText(unsigned long number) {
+    std::array<char, 16> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr;
+    return {digits.data(), end};
+}
+
+struct LibraryFacts {
+    std::wstring id;
+    std::wstring version;
+    std::wstring locale;
+    std::wstring description;
+};
+
+LibraryFacts factsOf(ITypeLib& library) {
+    TLIBATTR* attributes = nullptr;
+    Bstr description;
+    if (FAILED(library.GetLibAttr(&attributes)) ||
+        FAILED(library.GetDocumentation(-1, nullptr, description.out(), nullptr, nullptr))) {
+        throw base::RuntimeError(base::error::kInternalError);
+    }
+    const auto release = [&](TLIBATTR* a) { library.ReleaseTLibAttr(a); };
+    const std::unique_ptr<TLIBATTR, decltype(release)> owner(attributes, release);
+    return {textOf(attributes->guid), hexText(attributes->wMajorVerNum) + L"." + hexText(attributes->wMinorVerNum),
+            hexText(attributes->lcid), std::wstring(description.get(), SysStringLen(description.get()))};
+}
+
+std::wstring folderOf(const std::wstring& path) {
+    return path.substr(0, path.find_last_of(L'\\'));
+}
+
+void addClass(RegistryEntries& all, const CreatableClass& c, const std::wstring& path, const LibraryFacts& library) {
+    const std::wstring id = textOf(c.clsid);
+    const std::wstring progId = c.progId;
+    const std::wstring classKey = L"CLSID\\" + id;
+    const auto add = [&](std::wstring key, const wchar_t* name, std::wstring value) {
+        all.entries.push_back({RegistryPart::Classes, std::move(key), name, std::move(value)});
+    };
+    add(progId, nullptr, c.description);
+    add(progId + L"\\CLSID", nullptr, id);
+    add(classKey, nullptr, c.description);
+    add(classKey + L"\\ProgID", nullptr, progId);
+    add(classKey + L"\\InprocServer32", nullptr, path);
+    add(classKey + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    add(classKey + L"\\TypeLib", nullptr, library.id);
+    add(classKey + L"\\Version", nullptr, library.version);
+    add(classKey + L"\\Programmable", nullptr, L"");
+    all.ownedKeys.push_back(progId);
+    all.ownedKeys.push_back(classKey);
+}
+
+void addInterface(RegistryEntries& all, const CreatableClass& c, const LibraryFacts& library) {
+    const std::wstring key = L"Interface\\" + textOf(c.defaultInterface);
+    const auto add = [&](const std::wstring& subkey, const wchar_t* name, std::wstring value) {
+        all.entries.push_back({RegistryPart::TypeLibrary, key + subkey, name, std::move(value)});
+    };
+    add(L"", nullptr, c.interfaceName);
+    add(L"\\ProxyStubClsid32", nullptr, kTypeLibraryMarshaller);
+    add(L"\\TypeLib", nullptr, library.id);
+    add(L"\\TypeLib", L"Version", library.version);
+    all.ownedKeys.push_back(key);
+}
+
+void addLibrary(RegistryEntries& all, const std::wstring& path, const LibraryFacts& library) {
+    const std::wstring libraryKey = L"TypeLib\\" + library.id;
+    const std::wstring key = libraryKey + L"\\" + library.version;
+    const auto add = [&](const std::wstring& subkey, std::wstring value) {
+        all.entries.push_back({RegistryPart::TypeLibrary, key + subkey, nullptr, std::move(value)});
+    };
+    add(L"", library.description);
+    add(L"\\" + library.locale + L"\\win32", path);
+    add(L"\\0\\win32", path); // Wine's marshaller looks under the neutral locale only
+    add(L"\\FLAGS", L"0");
+    add(L"\\HELPDIR", folderOf(path));
+    all.ownedKeys.push_back(key);
+    all.sharedKeys = {libraryKey, L"CLSID", L"Interface", L"TypeLib"};
+}
+
+} // namespace
+
+RegistryEntries registryEntries(const std::wstring& path, ITypeLib& library) {
+    const LibraryFacts facts = factsOf(library);
+    RegistryEntries all;
+    for (const CreatableClass& creatable : creatableClasses()) {
+        addClass(all, creatable, path, facts);
+    }
+    for (const CreatableClass& creatable : creatableClasses()) {
+        addInterface(all, creatable, facts);
+    }
+    addLibrary(all, path, facts);
+    return all;
+}
+
+} // namespace windows::com
