@@ -1,0 +1,164 @@
+// The type library as compiled hosts rely on it: identifiers, slots and flags must never change.
+#include "windows/com_support.h"
+
+#include "windows/com/quorvantisimage.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace com_test {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+struct Attributes {
+    explicit Attributes(ComPtr<ITypeInfo> of) : info(std::move(of)) { info->GetTypeAttr(&value); }
+    Attributes(const Attributes&) = delete;
+    Attributes& operator=(const Attributes&) = delete;
+    ~Attributes() { info->ReleaseTypeAttr(value); }
+    ComPtr<ITypeInfo> info;
+    TYPEATTR* value = nullptr;
+};
+
+std::string textOf(const GUID& guid) {
+    wchar_t wide[39];
+    StringFromGUID2(guid, wide, 39);
+    const std::wstring text = wide;
+    return {text.begin(), text.end()};
+}
+
+std::string nameOf(ITypeInfo& info, MEMBERID member) {
+    BSTR name = nullptr;
+    BSTR help = nullptr;
+    info.GetDocumentation(member, &name, &help, nullptr, nullptr);
+    const std::wstring text(name, SysStringLen(name));
+    std::string result(text.begin(), text.end());
+    if (SysStringLen(help) == 0) {
+        result += " (no help)";
+    }
+    SysFreeString(name);
+    SysFreeString(help);
+    return result;
+}
+
+// "get ProductCode 1 @7": what it does, its name, its id, its slot in the virtual table.
+std::vector<std::string> membersOf(ITypeInfo& info, const TYPEATTR& attributes) {
+    std::vector<std::string> members;
+    for (UINT i = 0; i < attributes.cFuncs; ++i) {
+        FUNCDESC* function = nullptr;
+        info.GetFuncDesc(i, &function);
+        const char* kind = function->invkind == INVOKE_PROPERTYGET   ? "get "
+                           : function->invkind == INVOKE_PROPERTYPUT ? "put "
+                                                                     : "call ";
+        members.push_back(kind + nameOf(info, function->memid) + " " + std::to_string(function->memid) + " @" +
+                          std::to_string(static_cast<std::size_t>(function->oVft) / sizeof(void*)));
+        info.ReleaseFuncDesc(function);
+    }
+    return members;
+}
+
+class TypeLibrary : public testing::Test {
+protected:
+    TypeLibrary() { LoadTypeLibEx(dllPath().c_str(), REGKIND_NONE, &library); }
+
+    // The interface half of a dual interface, which alone has the flags of the interface.
+    ComPtr<ITypeInfo> interfaceHalf(REFIID iid) const {
+        ComPtr<ITypeInfo> dispatch;
+        HREFTYPE reference = 0;
+        ComPtr<ITypeInfo> result;
+        library->GetTypeInfoOfGuid(iid, &dispatch);
+        dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference);
+        dispatch->GetRefTypeInfo(reference, &result);
+        return result;
+    }
+
+    ComApartment apartment;
+    ComPtr<ITypeLib> library;
+};
+
+TEST_F(TypeLibrary, IsNamedAndVersionedAsHostsReferToIt) {
+    ASSERT_TRUE(library);
+    TLIBATTR* attributes = nullptr;
+    ASSERT_EQ(library->GetLibAttr(&attributes), S_OK);
+    EXPECT_EQ(textOf(attributes->guid), "{DC824E71-183A-45B1-9128-FD5880046AC7}");
+    EXPECT_EQ(attributes->lcid, 0x409U);
+    EXPECT_EQ(attributes->wMajorVerNum, 1);
+    EXPECT_EQ(attributes->wMinorVerNum, 0);
+    EXPECT_EQ(attributes->syskind, SYS_WIN32);
+    library->ReleaseTLibAttr(attributes);
+    BSTR name = nullptr;
+    library->GetDocumentation(-1, &name, nullptr, nullptr, nullptr);
+    EXPECT_STREQ(name, L"QuorvantisImage");
+    SysFreeString(name);
+}
+
+TEST_F(TypeLibrary, InterfacesKeepTheirIdentifiersFlagsAndSlots) {
+    struct Row {
+        const char* name;
+        IID iid;
+        const char* guid;
+        std::vector<std::string> members;
+    };
+    const Row rows[] = {
+        {"_clsQVI_Link",
+         __uuidof(_clsQVI_Link),
+         "{1A80D469-410C-48CE-B824-C112BF629BB6}",
+         {"get ProductCode 1 @7", "put ProductCode 1 @8", "get ImagesFile 2 @9", "put ImagesFile 2 @10",
+          "get DeleteLink 3 @11", "put DeleteLink 3 @12", "get NewImageFile 4 @13", "put NewImageFile 4 @14",
+          "get gQuorVantisPath 5 @15", "put gQuorVantisPath 5 @16", "get gWebAddress 6 @17", "put gWebAddress 6 @18",
+          "get gProfileNumber 7 @19", "put gProfileNumber 7 @20", "get gSettingString 8 @21",
+          "put gSettingString 8 @22", "call ShowForm 9 @23", "call ShowFormSendReceive 10 @24"}},
+        {"_clsQVI_Globals",
+         __uuidof(_clsQVI_Globals),
+         "{1DFAAB92-58D1-46E9-B5FF-F92774115194}",
+         {"get gProfileNumber 1 @7", "put gProfileNumber 1 @8", "get gQuorVantisPath 2 @9", "put gQuorVantisPath 2 @10",
+          "get gWebService 3 @11", "put gWebService 3 @12", "get gSettingString 4 @13", "put gSettingString 4 @14",
+          "call GetValue 5 @15"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Attributes attributes(interfaceHalf(row.iid));
+        EXPECT_EQ(nameOf(*attributes.info.Get(), MEMBERID_NIL), row.name);
+        EXPECT_EQ(textOf(attributes.value->guid), row.guid);
+        EXPECT_EQ(attributes.value->wTypeFlags, TYPEFLAG_FHIDDEN | TYPEFLAG_FDUAL | TYPEFLAG_FNONEXTENSIBLE |
+                                                    TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE);
+        EXPECT_EQ(membersOf(*attributes.info.Get(), *attributes.value), row.members);
+    }
+}
+
+TEST_F(TypeLibrary, GetValueTakesAVariantByReferenceAndReturnsOne) {
+    const Attributes attributes(interfaceHalf(__uuidof(_clsQVI_Globals)));
+    FUNCDESC* function = nullptr;
+    ASSERT_EQ(attributes.info->GetFuncDesc(8, &function), S_OK);
+    ASSERT_EQ(function->cParams, 2);
+    const ELEMDESC& name = function->lprgelemdescParam[0];
+    EXPECT_EQ(name.tdesc.vt, VT_PTR);
+    EXPECT_EQ(name.tdesc.lptdesc->vt, VT_VARIANT);
+    EXPECT_EQ(name.paramdesc.wParamFlags, PARAMFLAG_FIN | PARAMFLAG_FOUT);
+    EXPECT_EQ(function->lprgelemdescParam[1].paramdesc.wParamFlags, PARAMFLAG_FOUT | PARAMFLAG_FRETVAL);
+    attributes.info->ReleaseFuncDesc(function);
+}
+
+TEST_F(TypeLibrary, ClassesAreCreatableWithTheirDefaultInterface) {
+    const std::pair<CLSID, const char*> classes[] = {
+        {__uuidof(clsQVI_Link), "{163D87C8-36B0-481C-873F-8AEDC4846B6A}"},
+        {__uuidof(clsQVI_Globals), "{B7432407-26C8-4C9D-A338-DA4A68149CD8}"},
+    };
+    for (const auto& [clsid, guid] : classes) {
+        ComPtr<ITypeInfo> info;
+        ASSERT_EQ(library->GetTypeInfoOfGuid(clsid, &info), S_OK);
+        const Attributes attributes(info);
+        EXPECT_EQ(textOf(attributes.value->guid), guid);
+        EXPECT_EQ(attributes.value->typekind, TKIND_COCLASS);
+        EXPECT_EQ(attributes.value->wTypeFlags & (TYPEFLAG_FCANCREATE | TYPEFLAG_FHIDDEN), TYPEFLAG_FCANCREATE);
+        INT flags = 0;
+        EXPECT_EQ(info->GetImplTypeFlags(0, &flags), S_OK);
+        EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT);
+    }
+}
+
+} // namespace
+} // namespace com_test
