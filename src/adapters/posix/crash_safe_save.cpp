@@ -50,14 +50,6 @@ struct RemoveUnlessMoved {
     }
 };
 
-void flushFolderOf(const std::string& name) {
-    const std::string folder = name.substr(0, name.find_last_of('/') + 1);
-    const UniqueFd file(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (file) {
-        ::fsync(file.get()); // the new file is in place by now, so a failure here is no failed save
-    }
-}
-
 } // namespace
 
 void crashSafeSave(const std::string& name, std::string_view bytes) {
@@ -84,8 +76,9 @@ void crashSafeSave(const std::string& name, std::string_view bytes) {
     if (std::rename(temporary.c_str(), name.c_str()) != 0) {
         raiseErrno();
     }
+    // The folder itself is not flushed: after a power cut the old document may be there, whole. A second wait for the
+    // disk would cost as much as the first.
     guard.moved = true;
-    flushFolderOf(name);
 }
 
 } // namespace adapters

@@ -6,8 +6,8 @@
 
 namespace adapters {
 
-// Writes `name`.tmp, flushes it, moves it over `name` and flushes the folder's entry. A target that may be written in a
-// folder that takes no new files is written in place. Raises what ports::FileSystem::replaceFile does.
+// Writes `name`.tmp, flushes it and moves it over `name`. A target that may be written in a folder that takes no new
+// files is written in place. Raises what ports::FileSystem::replaceFile does.
 void crashSafeSave(const std::string& name, std::string_view bytes);
 
 } // namespace adapters
