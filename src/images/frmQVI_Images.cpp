@@ -92,8 +92,26 @@ void frmQVI_Images::setHandlers() {
     cmdExport.onClick = [notYet] { notYet("The export of linked images"); };
 }
 
+// Room that a larger window offers goes to the lists in height and to the preview in both directions.
 void frmQVI_Images::setAnchors() {
+    constexpr ui::Anchors kAcrossTop{.right = true};
+    constexpr ui::Anchors kTall{.bottom = true};
+    constexpr ui::Anchors kTallAtRight{.left = false, .right = true, .bottom = true};
+    constexpr ui::Anchors kAll{.right = true, .bottom = true};
+    constexpr ui::Anchors kBottom{.top = false, .bottom = true};
+    constexpr ui::Anchors kAcrossBottom{.top = false, .right = true, .bottom = true};
     constexpr ui::Anchors kBottomRight{.left = false, .top = false, .right = true, .bottom = true};
+
+    fraStep1.anchors = kAcrossTop;
+    fraImages.anchors = lImages.anchors = kTall;
+    cmdbrowse.anchors = cmdDelete.anchors = kBottom;
+    fraPreview.anchors = picPreview.anchors = kAll;
+    fraSpecifications.anchors = lRTF.anchors = kTallAtRight;
+    cmdAddSpec.anchors = cmdDeletSpec.anchors = kBottomRight;
+    fraUpload.anchors = cmdUpload.anchors = lblUpload.anchors = kBottom;
+    fraExport.anchors = lblExport.anchors = lblBurn.anchors = kAcrossBottom;
+    cmdExport.anchors = kBottom;
+    List1.anchors = kAcrossBottom;
     cmdCancel.anchors = kBottomRight;
 }
 

@@ -6,6 +6,7 @@
 #include "windows/forms/control_ids.h"
 #include "windows/forms/dpi.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -44,7 +45,7 @@ FormWindow::FormWindow(HINSTANCE module, ui::Form& form, HWND owner)
     }
     disableSystemDialogScaling(handle());
     m_view = std::make_unique<ContainerView>(handle(), form, form.name());
-    adoptMonitorResolution();
+    fitToDesign();
     m_form.observe(this);
 }
 
@@ -102,6 +103,7 @@ void FormWindow::flush() {
         SetWindowTextW(handle(), toWide(m_form.caption()).c_str());
     }
     m_view->flush();
+    trackFocus(); // a control that was disabled has handed it on
 }
 
 bool FormWindow::preview(MSG& message) {
@@ -228,9 +230,7 @@ INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
             m_form.userClose();
         }
         return TRUE;
-    case WM_DRAWITEM:
-        m_view->draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-        return TRUE;
+    case WM_DRAWITEM: m_view->draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
     case WM_SIZE:
         if (wParam != SIZE_MINIMIZED) {
             m_view->layout().arrange();
@@ -238,34 +238,34 @@ INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return TRUE;
     case WM_GETMINMAXINFO: {
         const SIZE minimum = m_view->layout().minimumWindowSize();
-        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {minimum.cx, minimum.cy};
+        auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
+        limits.ptMinTrackSize = {minimum.cx, minimum.cy};
+        limits.ptMaxTrackSize = {std::max(limits.ptMaxTrackSize.x, minimum.cx),
+                                 std::max(limits.ptMaxTrackSize.y, minimum.cy)};
         return TRUE;
     }
-    case kDpiChanged:
-        resolutionChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
-        return TRUE;
-    default:
-        return FALSE;
+    case kDpiChanged: resolutionChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); return TRUE;
+    default: return FALSE;
     }
 }
 
+// Not smaller than the design: the system's proposal counts on a title bar that is scaled too, which it is not with the
+// older kind of awareness.
 void FormWindow::resolutionChanged(UINT dpi, const RECT& place) {
     m_view->setDpi(dpi);
-    SetWindowPos(handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    const SIZE minimum = m_view->layout().minimumWindowSize();
+    SetWindowPos(handle(), nullptr, place.left, place.top, std::max(place.right - place.left, minimum.cx),
+                 std::max(place.bottom - place.top, minimum.cy), SWP_NOZORDER | SWP_NOACTIVATE);
     m_view->layout().arrange();
 }
 
-// Older systems lay a template out for the main monitor, wherever the window opens.
-void FormWindow::adoptMonitorResolution() {
-    const UINT dpi = dpiOf(handle());
-    if (dpi == m_view->layout().dpi()) {
-        return;
-    }
-    m_view->setDpi(dpi);
-    const SIZE size = m_view->layout().minimumWindowSize();
-    SetWindowPos(handle(), nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    m_view->layout().arrange();
+// Older systems lay a template out for the main monitor, wherever the window opens; and no system makes a window that
+// can be sized larger than the screen, though one that sticks out can at least be moved.
+void FormWindow::fitToDesign() {
+    m_view->setDpi(dpiOf(handle()));
+    RECT place{};
+    GetWindowRect(handle(), &place);
+    resolutionChanged(m_view->layout().dpi(), place);
 }
 
 } // namespace windows

@@ -56,7 +56,7 @@ private:
     static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     [[nodiscard]] INT_PTR handle(UINT message, WPARAM wParam, LPARAM lParam);
     void resolutionChanged(UINT dpi, const RECT& place);
-    void adoptMonitorResolution();
+    void fitToDesign();
 
     [[nodiscard]] bool previewKeyDown(const MSG& message) noexcept;
     [[nodiscard]] bool previewCharacter(MSG& message) noexcept;

@@ -11,6 +11,8 @@ namespace {
 // (the system's, or the monitor's, depending on the Windows version).
 constexpr int kFontPoints = 9;
 constexpr int kPointsPerInch = 72;
+// All templates keep this distance to the right and bottom edge; dialog units.
+constexpr int kMargin = 7;
 
 UINT dpiOfFont(const LOGFONTW& font, UINT fallback) noexcept {
     const int dpi = MulDiv(std::abs(static_cast<int>(font.lfHeight)), kPointsPerInch, kFontPoints);
@@ -55,6 +57,11 @@ void Layout::add(HWND window, const ui::Anchors& anchors) {
     GetWindowRect(window, &rect);
     MapWindowPoints(nullptr, m_dialog, reinterpret_cast<POINT*>(&rect), 2);
     m_items.push_back({window, anchors, rect});
+    // On a small screen the dialog may have come out smaller than its template says.
+    RECT margin{0, 0, kMargin, kMargin};
+    MapDialogRect(m_dialog, &margin);
+    m_designSize.cx = std::max(m_designSize.cx, rect.right + margin.right);
+    m_designSize.cy = std::max(m_designSize.cy, rect.bottom + margin.bottom);
 }
 
 void Layout::setDpi(UINT dpi) {

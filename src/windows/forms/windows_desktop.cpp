@@ -147,14 +147,10 @@ ui::Answer WindowsDesktop::messageBox(std::string_view text, ui::Buttons buttons
     const CommonControlsScope styles(m_module);
     const HWND owner = boxOwner();
     switch (MessageBoxW(owner, toWide(text).c_str(), toWide(title).c_str(), styleOf(buttons, icon, owner))) {
-    case IDOK:
-        return ui::Answer::Ok;
-    case IDYES:
-        return ui::Answer::Yes;
-    case IDNO:
-        return ui::Answer::No;
-    default:
-        return closingAnswer(buttons);
+    case IDOK: return ui::Answer::Ok;
+    case IDYES: return ui::Answer::Yes;
+    case IDNO: return ui::Answer::No;
+    default: return closingAnswer(buttons);
     }
 }
 
