@@ -30,7 +30,7 @@ public:
     virtual bool lock(const std::string& /*path*/) { return false; }        // another program holds the file, unshared
     virtual void unlock(const std::string& /*path*/) {}                     //
     virtual bool fillDiskFor(const std::string& /*path*/) { return false; } // the next save of it finds no room
-        virtual void freeDiskFor(const std::string& /*path*/) {}
+    virtual void freeDiskFor(const std::string& /*path*/) {}
     virtual bool denyCreation(const std::string& /*folder*/) { return false; }
     virtual void allowCreation(const std::string& /*folder*/) {}
 };
