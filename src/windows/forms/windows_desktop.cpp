@@ -17,6 +17,8 @@ namespace {
 
 // A long loop may change a control thousands of times a second; people see twenty.
 constexpr ULONGLONG kFlushInterval = 50; // milliseconds
+// Asking for messages costs more than most items of a loop; a click can wait this long.
+constexpr ULONGLONG kPumpInterval = 10; // milliseconds
 
 // Runs a step at the end of a scope, however it ends.
 template <typename Step>
@@ -69,6 +71,7 @@ void WindowsDesktop::showModal(ui::Form& form) {
 void WindowsDesktop::runLoop(const FormWindow& window) {
     while (window.form().shown()) {
         flush();
+        m_lastPump = 0; // the next handler's first doEvents looks in any case
         MSG message{};
         if (GetMessageW(&message, nullptr, 0, 0) == 0) {
             quit(static_cast<int>(message.wParam));
@@ -95,7 +98,11 @@ void WindowsDesktop::dispatch(MSG& message) {
 }
 
 void WindowsDesktop::doEvents() {
-    if (const ULONGLONG now = GetTickCount64(); now - m_lastFlush >= kFlushInterval) {
+    const ULONGLONG now = GetTickCount64();
+    if (now - m_lastPump < kPumpInterval) {
+        return;
+    }
+    if (now - m_lastFlush >= kFlushInterval) {
         flush();
     }
     for (FormWindow* const window : m_windows) {
@@ -109,6 +116,7 @@ void WindowsDesktop::doEvents() {
         }
         dispatch(message);
     }
+    m_lastPump = GetTickCount64();
 }
 
 void WindowsDesktop::quit(int exitCode) {

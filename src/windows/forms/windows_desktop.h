@@ -40,6 +40,7 @@ private:
     std::vector<FormWindow*> m_windows; // the outermost first
     std::optional<int> m_quit;          // while forms unwind
     ULONGLONG m_lastFlush = 0;          // milliseconds
+    ULONGLONG m_lastPump = 0;           // milliseconds; 0: not since the running handler started
 };
 
 } // namespace windows
