@@ -20,8 +20,9 @@ public:
     [[nodiscard]] virtual std::string get(std::string_view application, std::string_view section, std::string_view key,
                                           std::string_view fallback = {}) = 0;
 
-    // Stores a value. An empty application or section is refused silently: such a key would land elsewhere in the
-    // tree, under somebody else's name. A store that cannot be written raises 75.
+    // Stores a value. An empty application, section or key name, or one with empty parts between
+    // backslashes, is refused silently: it would land elsewhere in the tree, under somebody else's name. A store that
+    // cannot be written raises 75.
     virtual void set(std::string_view application, std::string_view section, std::string_view key,
                      std::string_view value) = 0;
 

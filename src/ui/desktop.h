@@ -38,7 +38,7 @@ public:
     // form is hidden and the error comes out here. A form already shown raises 400.
     virtual void showModal(Form& form) = 0;
 
-    // True while any form is shown.
+    // True while any form is shown. The one method that any thread may call.
     [[nodiscard]] virtual bool showsForm() const noexcept = 0;
 
     // The button that closed the box; closing it otherwise counts as Cancel (Ok in a box with only that).

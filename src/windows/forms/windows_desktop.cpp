@@ -62,7 +62,11 @@ void WindowsDesktop::showModal(ui::Form& form) {
     const Finally pass([this] { passQuitOn(); }); // once the window is gone
     FormWindow window(m_module, form, boxOwner());
     m_windows.push_back(&window);
-    const Finally pop([this] { m_windows.pop_back(); });
+    ++m_shown;
+    const Finally pop([this] {
+        --m_shown;
+        m_windows.pop_back();
+    });
     window.show();
     runLoop(window);
     window.rethrow();

@@ -3,6 +3,7 @@
 
 #include "ui/desktop.h"
 
+#include <atomic>
 #include <optional>
 #include <vector>
 
@@ -18,7 +19,7 @@ public:
     explicit WindowsDesktop(HINSTANCE module) noexcept : m_module(module) {}
 
     void showModal(ui::Form& form) override;
-    [[nodiscard]] bool showsForm() const noexcept override { return !m_windows.empty(); }
+    [[nodiscard]] bool showsForm() const noexcept override { return m_shown != 0; }
     ui::Answer messageBox(std::string_view text, ui::Buttons buttons = ui::Buttons::Ok, ui::Icon icon = ui::Icon::None,
                           std::string_view title = ui::kDefaultTitle) override;
     [[nodiscard]] std::string inputBox(std::string_view prompt, std::string_view title,
@@ -38,6 +39,7 @@ private:
 
     HINSTANCE m_module;
     std::vector<FormWindow*> m_windows; // the outermost first
+    std::atomic<int> m_shown{0};        // as many, for other threads to ask
     std::optional<int> m_quit;          // while forms unwind
     ULONGLONG m_lastFlush = 0;          // milliseconds
     ULONGLONG m_lastPump = 0;           // milliseconds; 0: not since the running handler started
