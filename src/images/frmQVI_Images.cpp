@@ -48,7 +48,7 @@ void frmQVI_Images::setTexts() {
     CheckRTF.setText("Do not check for Product Specs in Whats not linked report.");
 
     fraImages.setText("Step 2 - Link images to this product");
-    cmdbrowse.setText("&Add"); // shares Alt+A with "&Auto link images": each press moves on to the other
+    cmdbrowse.setText("&Add"); // shares Alt+A with "&Auto link images"; which one answers depends on the focus
     cmdDelete.setText("&Delete");
 
     fraSpecifications.setText("Step 2 - Link product specifications to this product");
@@ -239,9 +239,10 @@ void frmQVI_Images::showPreview() {
         picPreview.setText(kPreviewHint);
         return;
     }
-    std::optional<base::Picture> picture = m_services.pictures.decode(
-        gQuorVantisPath + "images\\" + lImages.selectedText(), kPreviewExtent, kPreviewExtent);
-    picPreview.setText(kNoPreview);
+    const std::string file = lImages.selectedText();
+    std::optional<base::Picture> picture =
+        m_services.pictures.decode(gQuorVantisPath + "images\\" + file, kPreviewExtent, kPreviewExtent);
+    picPreview.setText(picture ? std::string_view(file) : kNoPreview); // a picture's name is for screen readers
     picPreview.setPicture(picture ? std::make_shared<const base::Picture>(std::move(*picture)) : nullptr);
 }
 
