@@ -3,9 +3,12 @@
 #include "base/runtime_error.h"
 #include "xml/code_page.h"
 
+#include <cstdlib>
+#include <cstring>
 #include <libxml/encoding.h>
 #include <libxml/parser.h>
 #include <libxml/xmlerror.h>
+#include <libxml/xmlmemory.h>
 #include <mutex>
 
 namespace xml {
@@ -38,7 +41,32 @@ int fromWindows1252Bytes(unsigned char* out, int* outLength, const unsigned char
     return written;
 }
 
+thread_local bool t_allocationFailed = false;
+
+template <typename T>
+T* noted(T* memory) noexcept {
+    if (memory == nullptr) {
+        t_allocationFailed = true;
+    }
+    return memory;
+}
+
+void* watchedMalloc(std::size_t size) {
+    return noted(std::malloc(size));
+}
+
+void* watchedRealloc(void* memory, std::size_t size) {
+    return noted(std::realloc(memory, size));
+}
+
+char* watchedStrdup(const char* text) {
+    const std::size_t size = std::strlen(text) + 1;
+    auto* const copy = static_cast<char*>(watchedMalloc(size));
+    return copy != nullptr ? static_cast<char*>(std::memcpy(copy, text, size)) : nullptr;
+}
+
 void start() {
+    xmlMemSetup(std::free, watchedMalloc, watchedRealloc, watchedStrdup);
     xmlInitParser();
     // Threads that start later copy these; the one that is here gets them directly.
     xmlThrDefSetGenericErrorFunc(nullptr, ignoreMessage);
@@ -59,12 +87,12 @@ void startLibrary() {
 }
 
 MemoryWatch::MemoryWatch() noexcept {
-    xmlResetLastError();
+    t_allocationFailed = false;
 }
 
-void MemoryWatch::check() const { // NOLINT(readability-convert-member-functions-to-static): asks about its own lifetime
-    const xmlError* const last = xmlGetLastError();
-    if (last != nullptr && last->code == XML_ERR_NO_MEMORY) {
+void MemoryWatch::check()
+    const { // NOLINT(readability-convert-member-functions-to-static): it is about this object's life
+    if (t_allocationFailed) {
         throw base::RuntimeError(base::error::kOutOfMemory);
     }
 }

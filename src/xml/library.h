@@ -7,12 +7,12 @@ namespace xml {
 // windows-1252. Cheap after the first call; safe from any thread.
 void startLibrary();
 
-// The library reports that it ran out of memory in one place only, and may return half a result. Made before a call,
-// asked after it.
+// The library does not always say that it ran out of memory, and may return half a result then. So its allocations are
+// watched: make one of these before a call, ask it after.
 class MemoryWatch {
 public:
     MemoryWatch() noexcept;
-    // Raises 7 when memory ran out since.
+    // Raises 7 when an allocation of this thread failed since.
     void check() const;
 };
 

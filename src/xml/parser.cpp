@@ -128,9 +128,6 @@ Parsed parse(std::string_view source, bool isText, DocTypePolicy policy) {
     std::unique_ptr<xmlDoc, FreeDocument> document(
         xmlCtxtReadMemory(context.get(), source.data(), static_cast<int>(source.size()), nullptr, nullptr, options));
     memory.check();
-    if (context->errNo == XML_ERR_NO_MEMORY || context->lastError.code == XML_ERR_NO_MEMORY) {
-        throw base::RuntimeError(base::error::kOutOfMemory);
-    }
     if (!document || state.refusedDocType) {
         return {nullptr, reasonOf(*context, state)};
     }

@@ -58,10 +58,8 @@ bool canBeChild(const xmlNode* child) noexcept {
     case XML_CDATA_SECTION_NODE:
     case XML_ENTITY_REF_NODE:
     case XML_PI_NODE:
-    case XML_COMMENT_NODE:
-        return true;
-    default:
-        return false;
+    case XML_COMMENT_NODE: return true;
+    default: return false;
     }
 }
 
@@ -80,6 +78,19 @@ bool holds(const xmlNode* outer, const xmlNode* inner) noexcept {
     return inner == outer;
 }
 
+xmlNode* copyInto(const Tree& tree, xmlNode* node) {
+    const MemoryWatch memory;
+    const DocTypeHidden hidden(tree.document());
+    xmlNode* const copy = xmlDocCopyNode(node, tree.document(), 1);
+    try {
+        memory.check();
+    } catch (...) {
+        xmlFreeNode(copy);
+        throw;
+    }
+    return copy;
+}
+
 } // namespace
 
 XmlNode::XmlNode(std::shared_ptr<Tree> tree, _xmlNode* node) noexcept
@@ -94,47 +105,31 @@ NodeType XmlNode::type() const noexcept {
         return NodeType::None;
     }
     switch (m_node->type) {
-    case XML_ELEMENT_NODE:
-        return NodeType::Element;
-    case XML_ATTRIBUTE_NODE:
-        return NodeType::Attribute;
-    case XML_TEXT_NODE:
-        return NodeType::Text;
-    case XML_CDATA_SECTION_NODE:
-        return NodeType::CData;
-    case XML_ENTITY_REF_NODE:
-        return NodeType::EntityReference;
-    case XML_PI_NODE:
-        return NodeType::ProcessingInstruction;
-    case XML_COMMENT_NODE:
-        return NodeType::Comment;
-    case XML_DOCUMENT_NODE:
-        return NodeType::Document;
-    case XML_DTD_NODE:
-        return NodeType::DocumentType;
-    default:
-        return NodeType::None;
+    case XML_ELEMENT_NODE: return NodeType::Element;
+    case XML_ATTRIBUTE_NODE: return NodeType::Attribute;
+    case XML_TEXT_NODE: return NodeType::Text;
+    case XML_CDATA_SECTION_NODE: return NodeType::CData;
+    case XML_ENTITY_REF_NODE: return NodeType::EntityReference;
+    case XML_PI_NODE: return NodeType::ProcessingInstruction;
+    case XML_COMMENT_NODE: return NodeType::Comment;
+    case XML_DOCUMENT_NODE: return NodeType::Document;
+    case XML_DTD_NODE: return NodeType::DocumentType;
+    default: return NodeType::None;
     }
 }
 
 std::string XmlNode::nodeName() const {
     switch (type()) {
-    case NodeType::None:
-        return {};
-    case NodeType::Text:
-        return "#text";
-    case NodeType::CData:
-        return "#cdata-section";
-    case NodeType::Comment:
-        return "#comment";
-    case NodeType::Document:
-        return "#document";
+    case NodeType::None: return {};
+    case NodeType::Text: return "#text";
+    case NodeType::CData: return "#cdata-section";
+    case NodeType::Comment: return "#comment";
+    case NodeType::Document: return "#document";
     case NodeType::Element:
     case NodeType::Attribute:
         return qualifiedName(
             m_node->name, m_node->type == XML_ELEMENT_NODE ? m_node->ns : reinterpret_cast<const xmlAttr*>(m_node)->ns);
-    default:
-        return m_node->name != nullptr ? reinterpret_cast<const char*>(m_node->name) : std::string();
+    default: return m_node->name != nullptr ? reinterpret_cast<const char*>(m_node->name) : std::string();
     }
 }
 
@@ -232,11 +227,7 @@ XmlNode XmlNode::appendChild(const XmlNode& child) {
         raiseInvalidCall();
     }
     if (child.m_tree != m_tree) {
-        const DocTypeHidden hidden(m_tree->document());
-        node = xmlDocCopyNode(node, m_tree->document(), 1);
-        if (node == nullptr) {
-            throw base::RuntimeError(base::error::kOutOfMemory);
-        }
+        node = copyInto(*m_tree, node);
     }
     m_tree->append(m_node, node);
     return handle(node);

@@ -25,9 +25,6 @@ using Result = std::unique_ptr<xmlXPathObject, Freed<xmlXPathFreeObject>>;
 void ignoreError(void*, xmlErrorPtr) {}
 
 [[noreturn]] void raise(const xmlError& error, std::string_view expression) {
-    if (error.code == XML_ERR_NO_MEMORY) {
-        throw base::RuntimeError(base::error::kOutOfMemory);
-    }
     std::string text = error.message != nullptr ? error.message : "Invalid expression";
     while (!text.empty() && text.back() == '\n') {
         text.pop_back();
