@@ -1,5 +1,6 @@
 // The link document's searches against the XPath expressions that they stand for, on many random documents.
 #include "fakes/fake_clock.h"
+#include "fakes/fake_code_page.h"
 #include "fakes/fake_file_system.h"
 #include "images/link_document.h"
 
@@ -24,8 +25,8 @@ public:
 
     // Few different values, so that duplicates and near misses are frequent.
     std::string value() {
-        static const std::vector<std::string> kValues{
-            "A", "B", "AB", "", "a", "\xC3\xA9", "A\"B", "O'NEIL", "' or '1'='1", "A&B", "<", " A", "'] | //q['", "\x01"};
+        static const std::vector<std::string> kValues{"A",      "B",           "AB",  "",  "a",  "\xC3\xA9",   "A\"B",
+                                                      "O'NEIL", "' or '1'='1", "A&B", "<", " A", "'] | //q['", "\x01"};
         return kValues[below(kValues.size())];
     }
 
@@ -57,7 +58,11 @@ private:
     void attribute(const std::string& name) {
         std::string escaped;
         for (const char c : below(4) == 0 && name == "f3" ? "deleted" : value()) {
-            escaped += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : c == '\x01' ? "" : std::string(1, c);
+            escaped += c == '&'      ? "&amp;"
+                       : c == '<'    ? "&lt;"
+                       : c == '"'    ? "&quot;"
+                       : c == '\x01' ? ""
+                                     : std::string(1, c);
         }
         m_text += " " + name + "=\"" + escaped + (m_hasEntity && below(5) == 0 ? "&e;" : "") + "\"";
     }
@@ -119,12 +124,13 @@ void compareSearches(const LinkDocument& links, LinkKind kind, const std::string
 TEST(LinkIndex, AnswersAsTheExpressionsDoWhileLinksComeAndGo) {
     fakes::FakeFileSystem files;
     fakes::FakeClock clock;
+    fakes::FakeCodePage ansi;
     for (std::uint32_t seed = 0; seed < 3000; ++seed) {
         RandomLinks random(seed);
         const LinkKind kind = random.below(2) == 0 ? LinkKind::Images : LinkKind::Specifications;
         files.addFile("C:\\h\\images.xml", random.document());
         files.addFile("C:\\h\\rtf.xml", files.contents("C:\\h\\images.xml"));
-        LinkDocument links(kind, files, clock);
+        LinkDocument links(kind, files, clock, ansi);
         links.open("C:\\h\\");
         for (int step = 0; step < 12; ++step) {
             const std::string code = random.value();
@@ -150,8 +156,9 @@ TEST(LinkIndex, AnswersAsTheExpressionsDoWhileLinksComeAndGo) {
 TEST(LinkIndex, StaysRightAndSmallOverManyAdditionsAndRemovals) {
     fakes::FakeFileSystem files;
     fakes::FakeClock clock;
+    fakes::FakeCodePage ansi;
     files.addFolder("C:\\h");
-    LinkDocument links(LinkKind::Images, files, clock);
+    LinkDocument links(LinkKind::Images, files, clock, ansi);
     links.open("C:\\h\\");
     std::vector<std::string> expected;
     std::mt19937 random(1);
