@@ -214,8 +214,9 @@ int main(int count, char** arguments) {
         hold(std::strtoul(arguments[2], nullptr, 10));
         return 0;
     }
-    loadAndText();
+    // First, for a host's heap is not yet shuffled either when it opens its documents.
     indexBuild();
     lookUps();
+    loadAndText();
     return 0;
 }

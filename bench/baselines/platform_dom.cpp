@@ -25,7 +25,7 @@ PlatformDom::PlatformDom() {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     CLSID id;
     require(CLSIDFromProgID(L"Msxml2.DOMDocument", &id), "no Msxml2.DOMDocument");
-    require(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IXMLDOMDocument), &m_document),
+    require(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument, &m_document),
             "Msxml2.DOMDocument cannot be created");
     document(m_document)->put_async(VARIANT_FALSE);
 }

@@ -50,6 +50,7 @@ void LinkIndex::build(xml::ElementView root) {
                 enter(element);
             }
         }
+        chainAll();
         m_isBuilt = true;
     } catch (...) {
         clear();
@@ -65,7 +66,14 @@ void LinkIndex::add(xml::ElementView link) {
     if (m_entries.size() == m_heads[0].size()) {
         enlarge();
     }
-    enter(link);
+    if (enter(link)) {
+        const auto slot = static_cast<Slot>(m_entries.size() - 1);
+        for (std::size_t chain = 0; chain < kChains; ++chain) {
+            if (m_entries[slot].places[chain].previous != kNone) {
+                chainUp(slot, chain);
+            }
+        }
+    }
 }
 
 void LinkIndex::removeWithin(xml::ElementView element) {
@@ -107,22 +115,41 @@ LinkIndex::Slot LinkIndex::firstMatchFrom(Slot slot, const Key& key, Hash hash) 
     return kNone;
 }
 
-// Links without f1 are never asked for, those without f2 only by their code: an absent attribute equals no text at all.
-void LinkIndex::enter(xml::ElementView link) {
+// Notes a link and the chains that it belongs to; false when none. Links without f1 are never asked for, those without
+// f2 only by their code: an absent attribute equals no text at all.
+bool LinkIndex::enter(xml::ElementView link) {
     std::string codeScratch;
     std::string fileScratch;
     const std::optional<std::string_view> code = link.attribute("f1", codeScratch);
     if (!code) {
-        return;
+        return false;
     }
     const auto slot = static_cast<Slot>(m_entries.size());
     Entry& entry = m_entries.emplace_back();
     entry.link = link;
-    entry.places[0].hash = hashOf({Chain::Code, *code, {}});
-    chainUp(slot, 0);
+    entry.places[0] = {hashOf({Chain::Code, *code, {}}), slot, kNone};
     if (const std::optional<std::string_view> file = link.attribute("f2", fileScratch)) {
-        entry.places[1].hash = hashOf({Chain::CodeAndFile, *code, *file});
-        chainUp(slot, 1);
+        entry.places[1] = {hashOf({Chain::CodeAndFile, *code, *file}), slot, kNone};
+    }
+    return true;
+}
+
+// The buckets lie scattered: asking for them some links ahead hides most of the wait for memory.
+void LinkIndex::chainAll() noexcept {
+    constexpr std::size_t kAhead = 16;
+    for (std::size_t chain = 0; chain < kChains; ++chain) {
+        for (Slot slot = 0; slot < m_entries.size(); ++slot) {
+            if (slot + 2 * kAhead < m_entries.size()) {
+                __builtin_prefetch(&headOf(chain, m_entries[slot + 2 * kAhead].places[chain].hash));
+                const Slot head = headOf(chain, m_entries[slot + kAhead].places[chain].hash);
+                if (head != kNone) {
+                    __builtin_prefetch(&m_entries[head]);
+                }
+            }
+            if (m_entries[slot].places[chain].previous != kNone) {
+                chainUp(slot, chain);
+            }
+        }
     }
 }
 
@@ -136,13 +163,7 @@ void LinkIndex::enlarge() {
     std::array<std::vector<Slot>, kChains> heads{std::vector<Slot>(buckets, kNone), std::vector<Slot>(buckets, kNone)};
     m_heads.swap(heads); // from here on nothing can fail
     std::erase_if(m_entries, isRemoved);
-    for (std::size_t chain = 0; chain < kChains; ++chain) {
-        for (Slot slot = 0; slot < m_entries.size(); ++slot) {
-            if (m_entries[slot].places[chain].previous != kNone) {
-                chainUp(slot, chain);
-            }
-        }
-    }
+    chainAll();
 }
 
 void LinkIndex::chainUp(Slot slot, std::size_t chain) noexcept {

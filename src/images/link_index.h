@@ -60,7 +60,7 @@ private:
     };
 
     // A link's place in one chain of its bucket. The first of a chain has the last as its previous one, so that
-    // appending and leaving cost nothing; a link that is not in the chain has kNone there.
+    // appending and leaving cost nothing; a link that does not belong to the chain has kNone there.
     struct Place {
         Hash hash = 0;
         Slot previous = kNone;
@@ -78,7 +78,8 @@ private:
     [[nodiscard]] Slot firstMatchFrom(Slot slot, const Key& key, Hash hash) const;
     [[nodiscard]] Slot& headOf(std::size_t chain, Hash hash) noexcept;
 
-    void enter(xml::ElementView link);
+    bool enter(xml::ElementView link);
+    void chainAll() noexcept;
     void enlarge();
     void chainUp(Slot slot, std::size_t chain) noexcept;
     void unchain(Slot slot, std::size_t chain) noexcept;
