@@ -41,12 +41,12 @@ int fromWindows1252Bytes(unsigned char* out, int* outLength, const unsigned char
     return written;
 }
 
-thread_local bool t_allocationFailed = false;
+thread_local bool allocationFailed = false;
 
 template <typename T>
 T* noted(T* memory) noexcept {
     if (memory == nullptr) {
-        t_allocationFailed = true;
+        allocationFailed = true;
     }
     return memory;
 }
@@ -87,12 +87,12 @@ void startLibrary() {
 }
 
 MemoryWatch::MemoryWatch() noexcept {
-    t_allocationFailed = false;
+    allocationFailed = false;
 }
 
 void MemoryWatch::check()
     const { // NOLINT(readability-convert-member-functions-to-static): it is about this object's life
-    if (t_allocationFailed) {
+    if (allocationFailed) {
         throw base::RuntimeError(base::error::kOutOfMemory);
     }
 }

@@ -11,7 +11,7 @@
 using namespace windows::com;
 
 // The thread library's own callback for starting and ending threads.
-extern "C" const PIMAGE_TLS_CALLBACK __xl_f;
+extern "C" const PIMAGE_TLS_CALLBACK __xl_f; // NOLINT(readability-identifier-naming): its name there
 
 // Loading does nothing. On unloading, the thread library keeps the handles that it made for the threads still running;
 // to it the unloading thread ends here, or a host that loads and unloads the DLL would lose some each time.

@@ -5,7 +5,7 @@
 #include <atomic>
 
 // Made by the linker: lies at the address where the module is loaded.
-extern "C" IMAGE_DOS_HEADER __ImageBase;
+extern "C" IMAGE_DOS_HEADER __ImageBase; // NOLINT(readability-identifier-naming): its name there
 
 namespace windows::com {
 namespace {
