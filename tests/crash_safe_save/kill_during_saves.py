@@ -3,10 +3,10 @@
 
 kill_during_saves.py [--kills N] COMMAND...    e.g. tools/wine_run build/win32/bin/crash_safe_saver.exe
 
-Each round starts the saver, waits until it has saved at least once, lets a random moment pass (every second time: from
-the sight of the temporary file on) and sends SIGKILL. The document must then be whole and no older than any seen before, and beside it at most one other file may lie: the
-temporary one. When that one is there, the kill fell between its opening and its move. At least a quarter of the kills
-must have fallen there, or the test has not tested much.
+Each round starts the saver, waits until it has saved at least once, lets a random moment pass (three times of four: from
+the sight of the temporary file on) and sends SIGKILL. The document must then be whole and no older than any seen before,
+and beside it at most one other file may lie: the temporary one. When that one is there, the kill fell between its opening
+and its move. At least a quarter of the kills must have fallen there, or the test has not tested much.
 """
 import argparse
 import os
@@ -69,7 +69,7 @@ def run_and_kill(command, path, first, in_the_act):
         targets = processes_of(program, token)  # looked up beforehand: the kill must not come late
         if in_the_act:
             wait_for(lambda: inode(temporary) is not None or saver.poll() is not None, "a save")
-            time.sleep(random.uniform(0, 0.004))
+            time.sleep(random.uniform(0, 0.0015))
         else:
             time.sleep(random.uniform(0, 0.03))
         if saver.poll() is not None:
@@ -93,7 +93,7 @@ def main():
         waiting = subprocess.Popen([*options.command, "Z:" + hold.name.replace("/", "\\")], stdin=subprocess.DEVNULL)
         path = os.path.join(folder, "document.xml")
         for kill in range(options.kills):
-            run_and_kill(options.command, path, latest + 1, in_the_act=kill % 2 == 1)
+            run_and_kill(options.command, path, latest + 1, in_the_act=kill % 4 != 0)
             with open(path, "rb") as file:
                 number = number_of_whole(file.read())
             if number is None or number < latest:
