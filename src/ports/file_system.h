@@ -2,10 +2,21 @@
 // One contract suite (tests/contracts) proves them equal.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ports {
+
+struct FolderEntry {
+    std::string name;
+    std::string shortName; // the 8.3 name where the file has another one, else ""
+    bool isFolder = false;
+};
+
+// False ends the listing.
+using EntryVisitor = std::function<bool(const FolderEntry& entry)>;
 
 // Paths are UTF-8 with backslashes and are used exactly as given: never normalised, a missing backslash never added.
 // Methods raise base::RuntimeError with the numbers named below unless they say otherwise. Every method may also raise
@@ -43,6 +54,24 @@ public:
 
     // Deletes a file. 53 when it is not there.
     virtual void removeFile(std::string_view path) = 0;
+
+    // Copies a file over an existing one or to a new one. A copy that fails leaves no part of itself behind, and an
+    // existing target as it was.
+    virtual void copyFile(std::string_view from, std::string_view to) = 0;
+
+    // Raises what opening the file for writing would raise, and changes nothing: an existing file keeps its bytes, a
+    // missing one does not come into being.
+    virtual void requireWritable(std::string_view path) = 0;
+
+    // Visits the entries of a folder, without "." and "..", in the order in which the file system has them. `folder`
+    // with or without a final backslash. 76: no such folder; 71: the drive is not ready.
+    virtual void listFolder(std::string_view folder, const EntryVisitor& visit) = 0;
+
+    // The drives that exist, "C:" and so on, in alphabetical order.
+    [[nodiscard]] virtual std::vector<std::string> drives() = 0;
+
+    // The current folder, without a final backslash unless it is a drive's root.
+    [[nodiscard]] virtual std::string currentFolder() = 0;
 };
 
 } // namespace ports

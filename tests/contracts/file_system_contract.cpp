@@ -2,6 +2,7 @@
 
 #include "contracts/error_number.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -234,6 +235,74 @@ TEST_P(FileSystemContract, LongPathsWork) {
     EXPECT_EQ(files().readFile(folder + "b.xml"), "new");
     files().removeFile(folder + "b.xml");
     EXPECT_EQ(errorNumber([&] { (void)files().readFile(folder + "b.xml"); }), 53);
+}
+
+TEST_P(FileSystemContract, CopiesAreWholeOrNotThere) {
+    files().createFolder(in("folder"));
+    files().replaceFile(in("a.jpg"), everyByte());
+    files().replaceFile(in("old.jpg"), "old");
+    files().replaceFile(in("kept.jpg"), "kept");
+    world().setReadOnly(in("kept.jpg"), true);
+    struct Row {
+        std::string from, to;
+        int error;
+    };
+    const std::vector<Row> rows = {
+        {in("missing.jpg"), in("new.jpg"), 53}, {in("a.jpg"), in("missing\\a.jpg"), 76},
+        {in("folder"), in("new.jpg"), 75},      {in("a.jpg"), in("folder"), 75},
+        {in("a.jpg"), in("kept.jpg"), 75},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(errorNumber([&] { files().copyFile(row.from, row.to); }), row.error) << row.from << " -> " << row.to;
+    }
+    EXPECT_FALSE(files().fileExists(in("new.jpg")));
+    files().copyFile(in("a.jpg"), in("old.jpg"));
+    files().copyFile(in("kept.jpg"), in("new.jpg")); // a read-only file gives an ordinary copy
+    files().replaceFile(in("new.jpg"), "changed");
+    EXPECT_EQ(files().readFile(in("old.jpg")), everyByte());
+    EXPECT_FALSE(files().fileExists(in("old.jpg.tmp")));
+    world().setReadOnly(in("kept.jpg"), false);
+}
+
+TEST_P(FileSystemContract, AskingWhetherAFileCanBeWrittenChangesNothing) {
+    files().createFolder(in("folder"));
+    files().replaceFile(in("report.csv"), "old");
+    files().requireWritable(in("report.csv"));
+    files().requireWritable(in("new.csv"));
+    EXPECT_EQ(files().readFile(in("report.csv")), "old");
+    EXPECT_FALSE(files().fileExists(in("new.csv")));
+    EXPECT_EQ(errorNumber([&] { files().requireWritable(in("folder")); }), 75);
+    EXPECT_EQ(errorNumber([&] { files().requireWritable(in("missing\\new.csv")); }), 76);
+    world().setReadOnly(in("report.csv"), true);
+    EXPECT_EQ(errorNumber([&] { files().requireWritable(in("report.csv")); }), 75);
+    world().setReadOnly(in("report.csv"), false);
+    if (world().lock(in("report.csv"))) {
+        EXPECT_EQ(errorNumber([&] { files().requireWritable(in("report.csv")); }), 70);
+        world().unlock(in("report.csv"));
+    }
+}
+
+TEST_P(FileSystemContract, ListingsHoldFilesAndFoldersOnce) {
+    files().createFolder(in("list"));
+    files().createFolder(in("list\\sub"));
+    files().replaceFile(in("list\\sub\\inner.jpg"), "");
+    files().replaceFile(in("list\\\xC3\xA9t\xC3\xA9.jpg"), "");
+    files().replaceFile(in("list\\b.jpg"), "");
+    for (const char* spelling : {"list", "list\\"}) {
+        std::vector<std::string> found;
+        files().listFolder(in(spelling), [&](const ports::FolderEntry& entry) {
+            found.push_back(entry.isFolder ? "[folder]" : entry.name);
+            return true;
+        });
+        std::sort(found.begin(), found.end());
+        EXPECT_EQ(found, (std::vector<std::string>{"[folder]", "b.jpg", "\xC3\xA9t\xC3\xA9.jpg"})) << spelling;
+    }
+    int visits = 0;
+    files().listFolder(in("list"), [&](const ports::FolderEntry&) { return ++visits < 2; });
+    EXPECT_EQ(visits, 2);
+    EXPECT_EQ(errorNumber([&] { files().listFolder(in("missing"), [](const auto&) { return true; }); }), 76);
+    EXPECT_TRUE(files().folderExists(files().currentFolder()));
+    EXPECT_FALSE(files().drives().empty());
 }
 
 } // namespace

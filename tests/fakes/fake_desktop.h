@@ -31,6 +31,9 @@ public:
     // Acts once, in the n-th doEvents from now (the first is 1).
     void atDoEvents(int n, std::function<void()> action);
 
+    // The form shown last, for what a form's own code makes and shows; null without one.
+    [[nodiscard]] ui::Form* shownForm() const { return m_shown.empty() ? nullptr : m_shown.back(); }
+
     // The request of the last file dialog.
     [[nodiscard]] const ui::OpenFileRequest& lastPick() const { return m_lastPick; }
     // The title of the last box or input box.
@@ -61,7 +64,7 @@ private:
     std::deque<std::string> m_picks;
     std::multimap<int, std::function<void()>> m_atDoEvents;
     int m_doEvents = 0;
-    std::vector<const ui::Form*> m_shown;
+    std::vector<ui::Form*> m_shown;
     ui::OpenFileRequest m_lastPick;
     std::string m_lastTitle;
 };

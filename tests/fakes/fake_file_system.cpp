@@ -227,6 +227,66 @@ void FakeFileSystem::removeFile(std::string_view path) {
     });
 }
 
+void FakeFileSystem::copyFile(std::string_view from, std::string_view to) {
+    record("copy " + std::string(from) + " -> " + std::string(to), [&] {
+        const std::string bytes = openFile(keyOf(from)).bytes;
+        requireWritableTarget(to);
+        if (m_failingWrite > 0 && --m_failingWrite == 0) {
+            throw RuntimeError(error::kDiskFull);
+        }
+        addFile(to, bytes);
+    });
+}
+
+void FakeFileSystem::requireWritable(std::string_view path) {
+    requireWritableTarget(path);
+}
+
+void FakeFileSystem::requireWritableTarget(std::string_view path) const {
+    const std::string key = keyOf(path);
+    const auto target = m_files.find(key);
+    if (m_folders.contains(key) || (target != m_files.end() && target->second.readOnly)) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+    requireParent(key);
+    requireUnlocked(key);
+    if (target == m_files.end()) {
+        requireCreation(key);
+    }
+}
+
+void FakeFileSystem::listFolder(std::string_view folder, const ports::EntryVisitor& visit) {
+    const std::string key = keyOf(folder);
+    if (!m_folders.contains(key)) {
+        throw RuntimeError(error::kPathNotFound);
+    }
+    std::vector<ports::FolderEntry> entries;
+    const auto isInside = [&](const std::string& path) { return parentOf(path) == key && path.size() > key.size(); };
+    for (const auto& [path, file] : m_files) {
+        if (isInside(path)) {
+            entries.push_back({file.spelling.substr(file.spelling.find_last_of('\\') + 1), {}, false});
+        }
+    }
+    for (const std::string& path : m_folders) {
+        if (isInside(path)) {
+            entries.push_back({path.substr(path.find_last_of('\\') + 1), {}, true});
+        }
+    }
+    for (const ports::FolderEntry& entry : entries) { // a copy: the visitor may change the folder
+        if (!visit(entry)) {
+            return;
+        }
+    }
+}
+
+std::vector<std::string> FakeFileSystem::drives() {
+    return {"C:"};
+}
+
+std::string FakeFileSystem::currentFolder() {
+    return "C:\\";
+}
+
 FakeFileSystem::File& FakeFileSystem::openFile(const std::string& key) {
     if (m_folders.contains(key)) {
         throw RuntimeError(error::kPathFileAccess);

@@ -52,6 +52,11 @@ public:
     void replaceFile(std::string_view path, std::string_view bytes) override;
     void moveFile(std::string_view from, std::string_view to) override;
     void removeFile(std::string_view path) override;
+    void copyFile(std::string_view from, std::string_view to) override;
+    void requireWritable(std::string_view path) override;
+    void listFolder(std::string_view folder, const ports::EntryVisitor& visit) override;
+    std::vector<std::string> drives() override;
+    std::string currentFolder() override;
 
 private:
     struct File {
@@ -61,6 +66,7 @@ private:
     };
 
     File& openFile(const std::string& key);
+    void requireWritableTarget(std::string_view path) const;
     void requireParent(const std::string& key) const;
     void requireCreation(const std::string& key) const;
     void requireUnlocked(const std::string& key) const;

@@ -133,6 +133,50 @@ void PosixFileSystem::removeFile(std::string_view path) {
     }
 }
 
+void PosixFileSystem::copyFile(std::string_view from, std::string_view to) {
+    replaceFile(to, readFile(from));
+}
+
+void PosixFileSystem::requireWritable(std::string_view path) {
+    const std::string name = native(path);
+    requireParent(name);
+    refuseFolderOrReadOnly(name);
+    mode_t mode = 0;
+    const bool isNew = !modeOf(name, mode);
+    const UniqueFd file(::open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
+    if (!file) {
+        raiseErrno();
+    }
+    if (isNew) {
+        ::unlink(name.c_str());
+    }
+}
+
+void PosixFileSystem::listFolder(std::string_view folder, const ports::EntryVisitor& visit) {
+    const std::string name = native(folder);
+    mode_t mode = 0;
+    if (!modeOf(name, mode) || !S_ISDIR(mode)) {
+        throw RuntimeError(error::kPathNotFound);
+    }
+    std::error_code failure;
+    for (const auto& entry : std::filesystem::directory_iterator(name, failure)) {
+        if (!visit({entry.path().filename().string(), {}, entry.is_directory(failure)})) {
+            return;
+        }
+    }
+    if (failure) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+}
+
+std::vector<std::string> PosixFileSystem::drives() {
+    return {"C:"};
+}
+
+std::string PosixFileSystem::currentFolder() {
+    return "C:\\";
+}
+
 std::string PosixFileSystem::native(std::string_view path) const {
     if (path.empty() || path.starts_with("\\\\")) {
         throw RuntimeError(error::kPathNotFound); // no name, or a network path

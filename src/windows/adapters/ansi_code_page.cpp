@@ -22,4 +22,19 @@ std::string AnsiCodePage::decode(std::string_view ansi) {
     return fromWide(wide);
 }
 
+std::string AnsiCodePage::encode(std::string_view utf8) {
+    const std::wstring wide = toWide(utf8);
+    if (wide.empty()) {
+        return {};
+    }
+    // No best fit: a look-alike letter in a product code would be another code.
+    const auto convert = [&](char* out, int room) {
+        return WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()), out, room,
+                                   "?", nullptr);
+    };
+    std::string ansi(static_cast<std::size_t>(convert(nullptr, 0)), '\0');
+    convert(ansi.data(), static_cast<int>(ansi.size()));
+    return ansi;
+}
+
 } // namespace windows

@@ -8,6 +8,7 @@ namespace windows {
 class AnsiCodePage final : public ports::CodePage {
 public:
     [[nodiscard]] std::string decode(std::string_view ansi) override;
+    [[nodiscard]] std::string encode(std::string_view utf8) override;
 };
 
 } // namespace windows

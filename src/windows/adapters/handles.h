@@ -52,6 +52,9 @@ namespace closing {
 inline void handle(HANDLE h) noexcept {
     CloseHandle(h);
 }
+inline void search(HANDLE h) noexcept {
+    FindClose(h);
+}
 inline void key(HKEY h) noexcept {
     RegCloseKey(h);
 }
@@ -82,6 +85,7 @@ inline void activationContext(HANDLE h) noexcept {
 } // namespace closing
 
 using UniqueHandle = UniqueResource<HANDLE, closing::handle>; // files, events, threads, processes, mappings
+using UniqueSearch = UniqueResource<HANDLE, closing::search>; // from FindFirstFile
 using UniqueKey = UniqueResource<HKEY, closing::key>;
 using UniqueGlobal = UniqueResource<HGLOBAL, closing::global>;
 using UniqueLocal = UniqueResource<void*, closing::local>; // what the security functions allocate

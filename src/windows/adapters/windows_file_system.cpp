@@ -4,6 +4,7 @@
 #include "windows/adapters/crash_safe_save.h"
 #include "windows/adapters/handles.h"
 #include "windows/adapters/native_path.h"
+#include "windows/adapters/wide.h"
 #include "windows/adapters/win32_error.h"
 
 #include <limits>
@@ -34,6 +35,13 @@ bool isFolder(DWORD attributes) noexcept {
 
 bool isReadOnlyFile(DWORD attributes) noexcept {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+// The read-only mark is tested here and not left to the system, which lets some users through.
+void refuseFolderOrReadOnly(DWORD attributes) {
+    if (isFolder(attributes) || isReadOnlyFile(attributes)) {
+        throw base::RuntimeError(base::error::kPathFileAccess);
+    }
 }
 
 // Room for a file of that size, as far as one string can hold it.
@@ -101,10 +109,7 @@ std::string WindowsFileSystem::readFile(std::string_view path) {
 }
 
 void WindowsFileSystem::replaceFile(std::string_view path, std::string_view bytes) {
-    const DWORD attributes = attributesOf(path);
-    if (isFolder(attributes) || isReadOnlyFile(attributes)) {
-        throw base::RuntimeError(base::error::kPathFileAccess);
-    }
+    refuseFolderOrReadOnly(attributesOf(path));
     crashSafeSave(nativePath(path), bytes, m_pause);
 }
 
@@ -116,6 +121,87 @@ void WindowsFileSystem::moveFile(std::string_view from, std::string_view to) {
                      MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH)) {
         raiseLastError();
     }
+}
+
+void WindowsFileSystem::copyFile(std::string_view from, std::string_view to) {
+    refuseFolderOrReadOnly(attributesOf(to));
+    if (isFolder(attributesOf(from))) {
+        throw base::RuntimeError(base::error::kPathFileAccess);
+    }
+    // Beside the target first: a copy that breaks off must not leave half a file under the final name.
+    const std::wstring target = nativePath(to);
+    const std::wstring temporary = nativePath(std::string(to) + ".tmp");
+    if (!CopyFileW(nativePath(from).c_str(), temporary.c_str(), FALSE)) {
+        const DWORD failure = GetLastError();
+        DeleteFileW(temporary.c_str());
+        raise(failure);
+    }
+    SetFileAttributesW(temporary.c_str(), FILE_ATTRIBUTE_NORMAL); // a read-only source makes no read-only copy
+    if (!MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+        const DWORD failure = GetLastError();
+        DeleteFileW(temporary.c_str());
+        raise(failure);
+    }
+}
+
+void WindowsFileSystem::requireWritable(std::string_view path) {
+    refuseFolderOrReadOnly(attributesOf(path));
+    const std::wstring name = nativePath(path);
+    UniqueHandle file(CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    const DWORD outcome = GetLastError(); // says also whether the file was there
+    if (!file) {
+        raise(outcome);
+    }
+    if (outcome != ERROR_ALREADY_EXISTS) {
+        file.reset();
+        DeleteFileW(name.c_str());
+    }
+}
+
+void WindowsFileSystem::listFolder(std::string_view folder, const ports::EntryVisitor& visit) {
+    std::string pattern(folder);
+    if (!pattern.empty() && pattern.back() != '\\' && pattern.back() != '/') {
+        pattern += '\\';
+    }
+    WIN32_FIND_DATAW entry{};
+    const UniqueSearch search(FindFirstFileExW(nativePath(pattern + "*").c_str(), FindExInfoStandard, &entry,
+                                               FindExSearchNameMatch, nullptr, 0));
+    if (!search) {
+        const DWORD failure = GetLastError();
+        if (failure == ERROR_FILE_NOT_FOUND) {
+            return; // the root of an empty drive has no entries at all
+        }
+        raise(failure);
+    }
+    do {
+        const std::wstring_view name = entry.cFileName;
+        if (name != L"." && name != L".." &&
+            !visit({fromWide(name), fromWide(entry.cAlternateFileName),
+                    (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0})) {
+            return;
+        }
+    } while (FindNextFileW(search.get(), &entry));
+    if (const DWORD failure = GetLastError(); failure != ERROR_NO_MORE_FILES) {
+        raise(failure);
+    }
+}
+
+std::vector<std::string> WindowsFileSystem::drives() {
+    std::vector<std::string> found;
+    const DWORD present = GetLogicalDrives();
+    for (unsigned i = 0; i < 26; ++i) {
+        if ((present >> i & 1U) != 0) {
+            found.push_back({static_cast<char>('A' + i), ':'});
+        }
+    }
+    return found;
+}
+
+std::string WindowsFileSystem::currentFolder() {
+    std::wstring path(GetCurrentDirectoryW(0, nullptr), L'\0');
+    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
+    return fromWide(path);
 }
 
 void WindowsFileSystem::removeFile(std::string_view path) {
