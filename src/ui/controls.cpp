@@ -80,6 +80,49 @@ void TextBox::userText(std::string_view text) {
     }
 }
 
+void ListBox::userDoubleClick(std::size_t index) {
+    if (usable() && index < m_items.size()) {
+        setSelected(index);
+        raise(onDoubleClick);
+    }
+}
+
+void ComboBox::setItems(std::vector<std::string> items) {
+    m_items = std::move(items);
+    m_selected.reset();
+    changed(Aspect::Items);
+    changed(Aspect::Selection);
+}
+
+std::string ComboBox::selectedText() const {
+    return m_selected ? m_items[*m_selected] : std::string();
+}
+
+void ComboBox::setSelected(std::optional<std::size_t> index) {
+    if (index && *index >= m_items.size()) {
+        index.reset();
+    }
+    if (m_selected != index) {
+        m_selected = index;
+        changed(Aspect::Selection);
+        raise(onChange);
+    }
+}
+
+void ComboBox::userSelect(std::size_t index) {
+    if (usable() && index < m_items.size()) {
+        setSelected(index);
+    }
+}
+
+void ProgressBar::setProgress(std::size_t done, std::size_t total) {
+    if (m_done != done || m_total != total) {
+        m_done = done;
+        m_total = total;
+        changed(Aspect::Value);
+    }
+}
+
 void PictureBox::setPicture(std::shared_ptr<const base::Picture> picture) {
     if (m_picture != picture) {
         m_picture = std::move(picture);

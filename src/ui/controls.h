@@ -60,7 +60,8 @@ private:
 class ListBox : public Control {
 public:
     using Control::Control;
-    Handler onClick; // the selection changed, by a person or by setSelected
+    Handler onClick;       // the selection changed, by a person or by setSelected
+    Handler onDoubleClick; // by a person, on the selected line
 
     [[nodiscard]] const std::vector<std::string>& items() const noexcept { return m_items; }
     // Only grows until the next clear(): a presenter that has shown n lines of this generation adds the rest.
@@ -74,6 +75,7 @@ public:
     // An index past the end selects nothing.
     void setSelected(std::optional<std::size_t> index);
     void userSelect(std::size_t index);
+    void userDoubleClick(std::size_t index);
 
 private:
     std::vector<std::string> m_items;
@@ -86,9 +88,46 @@ class TextBox : public Control {
 public:
     using Control::Control;
     Handler onChange; // the text changed, by a person or by setText
+    // A person moves the focus to another control; false keeps it here. Not asked when the form closes.
+    std::function<bool(const Control& gaining)> onValidate;
 
     void setText(std::string_view text);
     void userText(std::string_view text);
+};
+
+// One line chosen from a drop-down list. Choosing another raises onChange, by a person or by setSelected.
+class ComboBox : public Control {
+public:
+    using Control::Control;
+    Handler onChange;
+
+    [[nodiscard]] const std::vector<std::string>& items() const noexcept { return m_items; }
+    void setItems(std::vector<std::string> items); // selects nothing, silently
+    [[nodiscard]] std::optional<std::size_t> selected() const noexcept { return m_selected; }
+    // Empty when nothing is selected.
+    [[nodiscard]] std::string selectedText() const;
+    // An index past the end selects nothing.
+    void setSelected(std::optional<std::size_t> index);
+    void userSelect(std::size_t index);
+
+private:
+    std::vector<std::string> m_items;
+    std::optional<std::size_t> m_selected;
+};
+
+// How far a run of known length has come.
+class ProgressBar : public Control {
+public:
+    using Control::Control;
+
+    // `total` 0 shows an empty bar.
+    void setProgress(std::size_t done, std::size_t total);
+    [[nodiscard]] std::size_t done() const noexcept { return m_done; }
+    [[nodiscard]] std::size_t total() const noexcept { return m_total; }
+
+private:
+    std::size_t m_done = 0;
+    std::size_t m_total = 0;
 };
 
 // Shows a picture shrunk to its own size, or its text as a quiet placeholder.

@@ -1,6 +1,7 @@
 #include "ui/form.h"
 
 #include "base/runtime_error.h"
+#include "ui/controls.h"
 #include "ui/desktop.h"
 
 namespace ui {
@@ -60,6 +61,17 @@ void Form::setFocus(Control& control) {
     m_focused = &control;
     if (observer() != nullptr) {
         observer()->focusMoved(control);
+    }
+}
+
+void Form::userFocus(Control& control) {
+    if (&control == m_focused) {
+        return;
+    }
+    auto* const losing = dynamic_cast<TextBox*>(m_focused);
+    m_focused = &control;
+    if (losing != nullptr && losing->onValidate && !losing->onValidate(control)) {
+        setFocus(*losing);
     }
 }
 

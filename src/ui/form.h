@@ -45,8 +45,8 @@ public:
     char16_t userKey(char16_t key);
     // A person's click on the window's close box.
     void userClose() { Form_CloseBox(); }
-    // A person moved the focus.
-    void userFocus(Control& control) { m_focused = &control; }
+    // A person moved the focus. A text box that does not let go of it gets it back.
+    void userFocus(Control& control);
 
 protected:
     virtual void Form_Load() {}

@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include <commctrl.h>
+
 namespace windows {
 
 CommonControlsScope::CommonControlsScope(HINSTANCE module) noexcept {
@@ -20,6 +22,9 @@ CommonControlsScope::CommonControlsScope(HINSTANCE module) noexcept {
     if (m_context != INVALID_HANDLE_VALUE) {
         m_active = ActivateActCtx(m_context, &m_cookie) != FALSE;
     }
+    // Window classes that user32 does not have itself; asked for inside the context, so that they are version 6.
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS};
+    InitCommonControlsEx(&classes);
 }
 
 CommonControlsScope::~CommonControlsScope() {

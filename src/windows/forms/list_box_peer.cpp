@@ -29,12 +29,14 @@ void ListBoxPeer::update(Aspects aspects) {
 }
 
 void ListBoxPeer::command(WORD notification) {
-    if (notification != LBN_SELCHANGE) {
+    const LRESULT index = SendMessageW(window(), LB_GETCURSEL, 0, 0);
+    if (index < 0) {
         return;
     }
-    const LRESULT index = SendMessageW(window(), LB_GETCURSEL, 0, 0);
-    if (index >= 0) {
+    if (notification == LBN_SELCHANGE) {
         m_list.userSelect(static_cast<std::size_t>(index));
+    } else if (notification == LBN_DBLCLK) {
+        m_list.userDoubleClick(static_cast<std::size_t>(index));
     }
 }
 

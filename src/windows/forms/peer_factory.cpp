@@ -4,10 +4,12 @@
 #include "ui/controls.h"
 #include "windows/forms/button_peer.h"
 #include "windows/forms/check_box_peer.h"
+#include "windows/forms/combo_box_peer.h"
 #include "windows/forms/frame_peer.h"
 #include "windows/forms/label_peer.h"
 #include "windows/forms/list_box_peer.h"
 #include "windows/forms/picture_box_peer.h"
+#include "windows/forms/progress_bar_peer.h"
 #include "windows/forms/text_box_peer.h"
 
 #include <array>
@@ -29,10 +31,15 @@ struct Kind {
 
 // A kind derived from another stands before it.
 constexpr std::array kKinds{
-    Kind{L"Static", tryMake<ui::Label, LabelPeer>},      Kind{L"Button", tryMake<ui::Frame, FramePeer>},
-    Kind{L"Button", tryMake<ui::Button, ButtonPeer>},    Kind{L"Button", tryMake<ui::CheckBox, CheckBoxPeer>},
-    Kind{L"ListBox", tryMake<ui::ListBox, ListBoxPeer>}, Kind{L"Static", tryMake<ui::PictureBox, PictureBoxPeer>},
+    Kind{L"Static", tryMake<ui::Label, LabelPeer>},
+    Kind{L"Button", tryMake<ui::Frame, FramePeer>},
+    Kind{L"Button", tryMake<ui::Button, ButtonPeer>},
+    Kind{L"Button", tryMake<ui::CheckBox, CheckBoxPeer>},
+    Kind{L"ListBox", tryMake<ui::ListBox, ListBoxPeer>},
+    Kind{L"Static", tryMake<ui::PictureBox, PictureBoxPeer>},
     Kind{L"Edit", tryMake<ui::TextBox, TextBoxPeer>},
+    Kind{L"ComboBox", tryMake<ui::ComboBox, ComboBoxPeer>},
+    Kind{L"msctls_progress32", tryMake<ui::ProgressBar, ProgressBarPeer>},
 };
 
 bool isOfClass(HWND window, const wchar_t* windowClass) noexcept {
