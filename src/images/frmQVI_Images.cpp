@@ -81,15 +81,11 @@ void frmQVI_Images::setHandlers() {
     cmdCancel.onClick = [this] { cmdCancel_Click(); };
     lImages.onClick = [this] { lImages_Click(); };
 
-    // The tools for the whole list are not built yet; their buttons say so instead of doing nothing.
-    const auto notYet = [this](std::string_view tool) {
-        desktop().messageBox(std::string(tool) + " is not available in this version.");
-    };
-    cmdAutoLink.onClick = [notYet] { notYet("Auto-link"); };
-    cmdCleanUp.onClick = [notYet] { notYet("Clean-up"); };
-    cmdWhatsLinked.onClick = [notYet] { notYet("The report of linked products"); };
-    cmdWhatsNotLinked.onClick = [notYet] { notYet("The report of products without a link"); };
-    cmdExport.onClick = [notYet] { notYet("The export of linked images"); };
+    cmdAutoLink.onClick = [this] { cmdAutoLink_Click(); };
+    cmdCleanUp.onClick = [this] { cmdCleanUp_Click(); };
+    cmdWhatsLinked.onClick = [this] { cmdWhatsLinked_Click(); };
+    cmdWhatsNotLinked.onClick = [this] { cmdWhatsNotLinked_Click(); };
+    cmdExport.onClick = [this] { cmdExport_Click(); };
 }
 
 // Room that a larger window offers goes to the lists in height and to the preview in both directions.
@@ -111,7 +107,7 @@ void frmQVI_Images::setAnchors() {
     fraUpload.anchors = cmdUpload.anchors = lblUpload.anchors = kBottom;
     fraExport.anchors = lblExport.anchors = lblBurn.anchors = kAcrossBottom;
     cmdExport.anchors = kBottom;
-    List1.anchors = kAcrossBottom;
+    List1.anchors = prgTool.anchors = kAcrossBottom;
     cmdCancel.anchors = kBottomRight;
 }
 
@@ -119,6 +115,7 @@ void frmQVI_Images::Form_Load() {
     m_images.open(gQuorVantisPath);
     m_specifications.open(gQuorVantisPath);
     List1.setVisible(false);
+    prgTool.setVisible(false);
     DeleteLink = false;
     NewImageFile.clear();
     setCaption("Link an image to " + ProductCode);

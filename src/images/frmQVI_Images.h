@@ -3,6 +3,7 @@
 #pragma once
 
 #include "images/link_document.h"
+#include "images/link_report.h"
 #include "ports/clock.h"
 #include "ports/code_page.h"
 #include "ports/file_system.h"
@@ -14,6 +15,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace images {
 
@@ -76,6 +78,7 @@ public:
     ui::Label lblBurn{*this, "lblBurn"};
 
     ui::ListBox List1{*this, "List1"}; // messages of the tools that work on the whole list
+    ui::ProgressBar prgTool{*this, "prgTool"};
     ui::Button cmdCancel{*this, "cmdCancel"};
 
 protected:
@@ -95,6 +98,17 @@ private:
     void cmdUpload_Click();
     void cmdCancel_Click();
     void lImages_Click();
+
+    // The tools that work on the whole list: frmQVI_Images_tools.cpp.
+    class Run;
+    void cmdAutoLink_Click();
+    void cmdCleanUp_Click();
+    void cmdWhatsLinked_Click();
+    void cmdWhatsNotLinked_Click();
+    void cmdExport_Click();
+    void report(ReportKind kind);
+    void writeReport(ReportKind kind, const std::string& path, Run& run);
+    [[nodiscard]] std::vector<std::string> readLines(const std::string& path);
 
     void deleteLink(const ui::ListBox& list, LinkDocument& document);
     void markModified();

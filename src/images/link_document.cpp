@@ -102,11 +102,19 @@ const LinkIndex& LinkDocument::index() const {
 }
 
 std::vector<std::string> LinkDocument::linkedFiles(std::string_view code) const {
+    return filesOf(code, false);
+}
+
+std::vector<std::string> LinkDocument::linkedFilesOfAnyStatus(std::string_view code) const {
+    return filesOf(code, true);
+}
+
+std::vector<std::string> LinkDocument::filesOf(std::string_view code, bool deletedToo) const {
     std::vector<std::string> files;
     if (needsExpression(code)) {
         const std::string path = std::string(rootName(m_kind)) + "/p";
         for (const xml::XmlNode& node : m_document.selectNodes(codeExpression(path, code))) {
-            if (node.getAttribute("f3") != kDeleted) {
+            if (deletedToo || node.getAttribute("f3") != kDeleted) {
                 files.push_back(node.getAttribute("f2"));
             }
         }
@@ -118,12 +126,21 @@ std::vector<std::string> LinkDocument::linkedFiles(std::string_view code) const 
     }
     std::string scratch;
     index().forEach(code, [&](xml::ElementView link) {
-        if (link.parent() == root && link.attribute("f3", scratch) != kDeleted) {
+        if (link.parent() == root && (deletedToo || link.attribute("f3", scratch) != kDeleted)) {
             files.emplace_back(link.attribute("f2", scratch).value_or(std::string_view()));
         }
         return true;
     });
     return files;
+}
+
+bool LinkDocument::isLinked(std::string_view code, std::string_view file) const {
+    if (!needsExpression(code) && !needsExpression(file)) {
+        return static_cast<bool>(findLinkAnywhere(code, file));
+    }
+    const xml::XmlNodeList nodes = m_document.selectNodes(codeExpression("//p", code));
+    return std::any_of(nodes.begin(), nodes.end(),
+                       [&](const xml::XmlNode& node) { return node.getAttribute("f2") == file; });
 }
 
 Link LinkDocument::findLink(std::string_view code, std::string_view file) const {
@@ -180,15 +197,41 @@ void LinkDocument::remove(const Link& link) {
         return;
     }
     xml::XmlNode node = link.m_node;
-    xml::XmlNode parent = node.parentNode();
-    if (!parent || !m_document.owns(node)) {
+    if (!node.parentNode() || !m_document.owns(node)) {
         throw RuntimeError(error::kObjectNotSet);
     }
+    detach(node);
+    node.setAttribute("f3", kDeleted);
+}
+
+void LinkDocument::detach(xml::XmlNode node) {
     if (m_index.isBuilt()) {
         m_index.removeWithin(xml::XmlDocument::toView(node));
     }
-    parent.removeChild(node);
-    node.setAttribute("f3", kDeleted);
+    node.parentNode().removeChild(node);
+}
+
+std::vector<xml::XmlNode> LinkDocument::equalLinks(std::string_view code, std::string_view file) const {
+    std::vector<xml::XmlNode> found;
+    if (needsExpression(code) || needsExpression(file)) {
+        const xml::XmlNodeList nodes = m_document.selectNodes(pairExpression("//p", code, file));
+        found.assign(nodes.begin(), nodes.end());
+        return found;
+    }
+    index().forEach(code, file, [&](xml::ElementView link) {
+        found.push_back(m_document.toNode(link));
+        return true;
+    });
+    return found;
+}
+
+void LinkDocument::forEachLink(const std::function<bool(const Link& link)>& visit) const {
+    const xml::ElementView root = m_document.rootView();
+    for (xml::ElementView element = root; element; element = element.nextInside(root)) {
+        if (element.isNamed("p") && !visit(Link(m_document.toNode(element)))) {
+            return;
+        }
+    }
 }
 
 void LinkDocument::saveText() {

@@ -13,6 +13,7 @@
 #include "xml/xml_document.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -61,6 +62,12 @@ public:
     // "images/p[@f1='code']" (or "rtf/p..."): f2 of each link whose f3 is not "deleted", in document order.
     [[nodiscard]] std::vector<std::string> linkedFiles(std::string_view code) const;
 
+    // "images/p[@f1='code']" (or "rtf/p..."): f2 of each link whatever its f3, in document order.
+    [[nodiscard]] std::vector<std::string> linkedFilesOfAnyStatus(std::string_view code) const;
+
+    // True when one of the nodes "//p[@f1='code']" has exactly this f2.
+    [[nodiscard]] bool isLinked(std::string_view code, std::string_view file) const;
+
     // First node of "images/p[@f1='code' and @f2='file']", asked so of BOTH kinds: in the specification document, whose
     // root is "rtf", it never finds anything and every manual link is added anew. Deliberate.
     [[nodiscard]] Link findLink(std::string_view code, std::string_view file) const;
@@ -76,6 +83,17 @@ public:
     // in this document no longer raises 91.
     void remove(const Link& link);
 
+    // Takes out of the root, in one pass over its children, the links that the system does not need: those whose file
+    // is named exactly after their code (whatever the case), and of each group of equal links all but the first two.
+    // Nothing is saved. The pass visits positions 0 to N - 1 of the child list, N taken once, and the list closes up
+    // under it: after a removal the child that moves into the place is not examined. Deliberate. `proceed` is called
+    // once a child; false ends the pass. A value that makes an invalid expression raises, with what was removed so far
+    // removed.
+    void cleanUp(const std::function<bool()>& proceed);
+
+    // Every link of the document, at any depth, in document order until `visit` returns false.
+    void forEachLink(const std::function<bool(const Link& link)>& visit) const;
+
     // After adding: the serialised text and a line break. After removing: the library's save, without one.
     // Both raise 70, 75, 76 or 61 with the old file untouched.
     void saveText();
@@ -87,6 +105,9 @@ public:
     [[nodiscard]] std::string xml() const { return m_document.xml(); }
 
 private:
+    [[nodiscard]] std::vector<std::string> filesOf(std::string_view code, bool deletedToo) const;
+    [[nodiscard]] std::vector<xml::XmlNode> equalLinks(std::string_view code, std::string_view file) const;
+    void detach(xml::XmlNode node);
     [[nodiscard]] bool read(std::string& bytes);
     [[nodiscard]] bool load(std::string_view bytes);
     [[nodiscard]] const LinkIndex& index() const;

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] explicit operator bool() const noexcept { return m_node != nullptr; }
     // The same node, not merely an equal one.
     friend bool operator==(const XmlNode& a, const XmlNode& b) noexcept { return a.m_node == b.m_node; }
+    // Equal for handles to the same node while its tree lives; a key for look-ups.
+    [[nodiscard]] const void* identity() const noexcept { return m_node; }
 
     [[nodiscard]] NodeType type() const noexcept;
 

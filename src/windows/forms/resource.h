@@ -35,6 +35,7 @@
 #define IDC_frmQVI_Images_lblBurn 1053
 #define IDC_frmQVI_Images_List1 1060
 #define IDC_frmQVI_Images_cmdCancel 1061
+#define IDC_frmQVI_Images_prgTool 1062
 
 // The box that asks for a line of text; its buttons carry the platform's ids, as in any such box.
 #define IDD_InputBox 110
@@ -42,3 +43,16 @@
 #define IDC_InputBox_txtInput 1101
 #define IDC_InputBox_cmdOK 1
 #define IDC_InputBox_cmdCancel 2
+
+#define IDD_frmBrowseGeneral 120
+#define IDC_frmBrowseGeneral_lblPrompt 1200
+#define IDC_frmBrowseGeneral_lblDrive 1201
+#define IDC_frmBrowseGeneral_Drive1 1202
+#define IDC_frmBrowseGeneral_lblFolders 1203
+#define IDC_frmBrowseGeneral_Dir1 1204
+#define IDC_frmBrowseGeneral_lblFiles 1205
+#define IDC_frmBrowseGeneral_File1 1206
+#define IDC_frmBrowseGeneral_lblPath 1207
+#define IDC_frmBrowseGeneral_Text1 1208
+#define IDC_frmBrowseGeneral_OKButton 1209
+#define IDC_frmBrowseGeneral_CancelButton 1210
