@@ -1,4 +1,5 @@
 // Every dialog template with its form's real texts: bound, nothing clipped, nothing overlapping, at any resolution.
+#include "images/frmBrowseGeneral.h"
 #include "windows/forms/device_context.h"
 #include "windows/forms/dpi.h"
 #include "windows/forms/image_manager.h"
@@ -63,8 +64,9 @@ SIZE ornaments(const ui::Control& control) {
 void expectTextsFit(const ui::Form& form, UINT dpi) {
     for (const Placed& placed : controlsOf(form)) {
         const ui::Control& control = *form.find(placed.name);
-        if (dynamic_cast<const ui::ListBox*>(&control) != nullptr) {
-            continue; // scrolls
+        if (dynamic_cast<const ui::ListBox*>(&control) != nullptr ||
+            dynamic_cast<const ui::ComboBox*>(&control) != nullptr) {
+            continue; // scroll
         }
         const bool label = dynamic_cast<const ui::Label*>(&control) != nullptr;
         const bool wraps = label || dynamic_cast<const ui::PictureBox*>(&control) != nullptr;
@@ -126,7 +128,8 @@ void expectGoodLayoutEverywhere(const ui::Form& form) {
 }
 
 TEST_F(LayoutTest, TheImageManager) {
-    form.List1.setVisible(true); // has a place of its own
+    form.List1.setVisible(true); // have a place of their own
+    form.prgTool.setVisible(true);
     person
         .then([&] {
             RECT place{};
@@ -138,6 +141,14 @@ TEST_F(LayoutTest, TheImageManager) {
         })
         .press(VK_RETURN);
     showUntilClosed();
+}
+
+TEST_F(LayoutTest, TheFolderPicker) {
+    images::frmBrowseGeneral browse(desktop, files);
+    browse.load();
+    browse.lblPrompt.setText("Browse for the folder where your images are stored");
+    person.then([&] { expectGoodLayoutEverywhere(browse); }).press(VK_ESCAPE);
+    browse.showModal();
 }
 
 TEST_F(LayoutTest, TheInputBox) {
