@@ -2,8 +2,9 @@
 // "link_documents_bench" prints medians; "link_documents_bench hold LINKS" loads and indexes that many links and ends,
 // so that its peak memory can be read from outside.
 #include "baselines/bare_libxml2.h"
+#include "fakes/fake_code_page.h"
+#include "fakes/one_file.h"
 #include "images/link_document.h"
-#include "xml/code_page.h"
 #ifdef _WIN32
 #include "baselines/platform_dom.h"
 #endif
@@ -45,31 +46,6 @@ std::string document(std::size_t links) {
     }
     return text + "</images>";
 }
-
-class OneFile final : public ports::FileSystem {
-public:
-    explicit OneFile(std::string bytes) : m_bytes(std::move(bytes)) {}
-    bool fileExists(std::string_view) override { return true; }
-    bool folderExists(std::string_view) override { return true; }
-    void createFolder(std::string_view) override {}
-    std::string readFile(std::string_view) override { return m_bytes; }
-    void replaceFile(std::string_view, std::string_view) override {}
-    void moveFile(std::string_view, std::string_view) override {}
-    void removeFile(std::string_view) override {}
-
-private:
-    std::string m_bytes;
-};
-
-class NoClock final : public ports::Clock {
-public:
-    base::DateTime now() override { return {}; }
-};
-
-class Western final : public ports::CodePage {
-public:
-    std::string decode(std::string_view ansi) override { return xml::fromWindows1252(ansi); }
-};
 
 // Processor time where it is fine enough to measure with, so that other programs disturb less; wall time in Windows.
 double now() {
@@ -170,11 +146,11 @@ void indexBuild() {
 
 void lookUps() {
     constexpr std::size_t kLookUps = 100000;
-    NoClock clock;
-    Western ansi;
+    fakes::NoClock clock;
+    fakes::FakeCodePage ansi;
     for (const std::size_t links : {1000U, 10000U, 50000U, 200000U}) {
         const std::string bytes = document(links);
-        OneFile file(bytes);
+        fakes::OneFile file(bytes);
         images::LinkDocument document(images::LinkKind::Images, file, clock, ansi);
         document.open("");
         std::vector<std::pair<std::string, std::string>> questions; // every fourth has no answer
@@ -206,9 +182,9 @@ void lookUps() {
 }
 
 void hold(std::size_t links) {
-    OneFile file(document(links));
-    NoClock clock;
-    Western ansi;
+    fakes::OneFile file(document(links));
+    fakes::NoClock clock;
+    fakes::FakeCodePage ansi;
     images::LinkDocument document(images::LinkKind::Images, file, clock, ansi);
     document.open("");
     require(document.linkedFiles(codeOf(0)).size() == (links > 0 ? 1U : 0U));

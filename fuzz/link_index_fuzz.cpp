@@ -1,7 +1,8 @@
 // The index answers as the expressions do, for any document and any order of additions, removals and searches.
 // An input is a document, then operations, each ended by a line feed: "+code|file" adds, "-code|file" removes.
+#include "fakes/fake_code_page.h"
+#include "fakes/one_file.h"
 #include "images/link_searches.h"
-#include "xml/code_page.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -9,32 +10,6 @@
 #include <string_view>
 
 namespace {
-
-// The one file that the document under test reads.
-class OneFile final : public ports::FileSystem {
-public:
-    explicit OneFile(std::string_view bytes) : m_bytes(bytes) {}
-    bool fileExists(std::string_view) override { return true; }
-    bool folderExists(std::string_view) override { return true; }
-    void createFolder(std::string_view) override {}
-    std::string readFile(std::string_view) override { return m_bytes; }
-    void replaceFile(std::string_view, std::string_view) override {}
-    void moveFile(std::string_view, std::string_view) override {}
-    void removeFile(std::string_view) override {}
-
-private:
-    std::string m_bytes;
-};
-
-class NoClock final : public ports::Clock {
-public:
-    base::DateTime now() override { return {}; }
-};
-
-class Western final : public ports::CodePage {
-public:
-    std::string decode(std::string_view ansi) override { return xml::fromWindows1252(ansi); }
-};
 
 std::string_view takeUntil(std::string_view& text, char end) {
     const std::size_t length = std::min(text.find(end), text.size());
@@ -47,9 +22,9 @@ std::string_view takeUntil(std::string_view& text, char end) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::string_view input(reinterpret_cast<const char*>(data), size);
-    OneFile file(takeUntil(input, '\n'));
-    NoClock clock;
-    Western ansi;
+    fakes::OneFile file(std::string(takeUntil(input, '\n')));
+    fakes::NoClock clock;
+    fakes::FakeCodePage ansi;
     const auto kind = size % 2 == 0 ? images::LinkKind::Images : images::LinkKind::Specifications;
     images::LinkDocument links(kind, file, clock, ansi);
     links.open("");
