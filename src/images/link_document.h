@@ -68,8 +68,8 @@ public:
     // True when one of the nodes "//p[@f1='code']" has exactly this f2.
     [[nodiscard]] bool isLinked(std::string_view code, std::string_view file) const;
 
-    // First node of "images/p[@f1='code' and @f2='file']", asked so of BOTH kinds: in the specification document, whose
-    // root is "rtf", it never finds anything and every manual link is added anew. Deliberate.
+    // First node of "images/p[@f1='code' and @f2='file']", asked so of BOTH kinds: in rtf.xml, whose root
+    // is "rtf", it never finds anything and every manual link is added anew. Deliberate.
     [[nodiscard]] Link findLink(std::string_view code, std::string_view file) const;
 
     // First node of "//p[@f1='code' and @f2='file']".
