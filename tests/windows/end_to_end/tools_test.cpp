@@ -108,7 +108,7 @@ TEST_F(Tools, ReportsSayWhatIsLinkedAndWhatIsNot) {
     EXPECT_EQ(namesLike("*.tmp").size(), 0U);
 }
 
-TEST_F(Tools, CleanUpStaysInMemoryAndExportCopies) {
+TEST_F(Tools, ExportCopiesAndChangesNothing) {
     constexpr std::string_view kLinks =
         R"(<images><p f1="A" f2="a.jpg" f3="created"/><p f1="B" f2="b1.jpg" f3="created"/></images>)";
     write("images.xml", kLinks);
@@ -118,22 +118,19 @@ TEST_F(Tools, CleanUpStaysInMemoryAndExportCopies) {
     startHost({"A"});
     play(R"(
         wait frmQVI_Images
-        click cmdCleanUp
-        box "Arou you sure you want to continue..." Yes
-        expect-enabled cmdExport
         click cmdExport
         box "Do you want to encrypt the images?" No
         wait frmBrowseGeneral
         type Text1 "{folder}export"
         click OKButton
-        box "1 of 1 linked images were exported" OK
+        box "2 of 2 linked images were exported" OK
         wait frmQVI_Images
-        expect List1 "b1.jpg exported."
+        expect List1 "a.jpg exported." "b1.jpg exported."
         key Escape
     )");
     EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
     EXPECT_EQ(read("export\\Images\\b1.jpg"), "picture b");
-    EXPECT_FALSE(exists("export\\Images\\a.jpg")); // cleaned away: it is found by its name
+    EXPECT_EQ(read("export\\Images\\a.jpg"), "picture a");
     EXPECT_EQ(read("images.xml"), kLinks);
     EXPECT_EQ(modified(), "");
 }
