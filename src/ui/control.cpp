@@ -22,6 +22,13 @@ void Control::setVisible(bool visible) {
     }
 }
 
+void Control::setBackColor(Color color) {
+    if (m_backColor != color) {
+        m_backColor = color;
+        changed(Aspect::Colors);
+    }
+}
+
 bool Control::storeText(std::string_view text) {
     if (m_text == text) {
         return false;

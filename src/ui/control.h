@@ -4,7 +4,10 @@
 // step by a presenter that observes the changes. No window is needed to run a form.
 #pragma once
 
+#include "ui/color.h"
+
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,7 +16,7 @@ namespace ui {
 class Container;
 
 // Which part of a control's state changed; the presenter brings only that part of the window up to date.
-enum class Aspect : std::uint8_t { Text, Enabled, Visible, Value, Items, Selection, Picture };
+enum class Aspect : std::uint8_t { Text, Enabled, Visible, Value, Items, Selection, Picture, Colors };
 
 // The edges of its container that a control keeps its distance to when the form is resized. Left and top only: the
 // control stays; left and right: it stretches; right only: it moves along.
@@ -43,6 +46,10 @@ public:
     // Caption or text; "&" marks the mnemonic letter in controls that have one.
     [[nodiscard]] const std::string& text() const noexcept { return m_text; }
 
+    // None: the platform's own.
+    [[nodiscard]] std::optional<Color> backColor() const noexcept { return m_backColor; }
+    void setBackColor(Color color);
+
     Anchors anchors;
 
 protected:
@@ -56,6 +63,7 @@ private:
     Container& m_owner;
     std::string_view m_name;
     std::string m_text;
+    std::optional<Color> m_backColor;
     bool m_enabled = true;
     bool m_visible = true;
 };

@@ -1,0 +1,24 @@
+// The port to a host's own command document, which the control keeps in step with its copy.
+// Real: windows/com, over the host's document object.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace sendreceive {
+
+// The control works on a copy of the document; what it writes there it also writes here, right after. Both methods
+// raise what the host's object raises.
+class HostCommandDocument {
+public:
+    HostCommandDocument() = default;
+    HostCommandDocument(const HostCommandDocument&) = delete;
+    HostCommandDocument& operator=(const HostCommandDocument&) = delete;
+    virtual ~HostCommandDocument() = default;
+
+    virtual void setRootAttribute(std::string_view name, std::string_view value) = 0;
+    // `command` counts the document's "//command" elements, from 0.
+    virtual void setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) = 0;
+};
+
+} // namespace sendreceive

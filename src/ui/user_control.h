@@ -1,0 +1,44 @@
+// A group of controls with a life of its own, shown on a form or in a host's window.
+#pragma once
+
+#include "ui/container.h"
+
+#include <string_view>
+
+namespace ui {
+
+class UserControl : public Container {
+public:
+    // `name` must outlive the control (a literal); it names its template.
+    explicit UserControl(std::string_view name) : m_name(name) {}
+
+    [[nodiscard]] std::string_view name() const noexcept { return m_name; }
+
+    // A person's key, before the focused control sees it. Returns what is left of it: 0 when the control took it.
+    char16_t userKey(char16_t key) {
+        UserControl_KeyPress(key);
+        return key;
+    }
+
+protected:
+    // Setting the key to 0 swallows it.
+    virtual void UserControl_KeyPress(char16_t& key) { static_cast<void>(key); }
+
+private:
+    std::string_view m_name;
+};
+
+// The place on a form where a user control is shown.
+class UserControlSite : public Control {
+public:
+    // `content` outlives the site.
+    UserControlSite(Container& owner, std::string_view name, UserControl& content)
+        : Control(owner, name), m_content(content) {}
+
+    [[nodiscard]] UserControl& content() const noexcept { return m_content; }
+
+private:
+    UserControl& m_content;
+};
+
+} // namespace ui
