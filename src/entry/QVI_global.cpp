@@ -1,12 +1,20 @@
 #include "entry/QVI_global.h"
 
 #include "entry/environment.h"
+#include "sendreceive_form/frmQVI_sendreceive.h"
 
 namespace entry {
 
-// The window is not built yet; a host or user who asks for it is told so.
+sendreceive::Services sendReceiveServices(Environment& e) {
+    return {e.desktop, e.fileSystem, e.settings, e.clock, e.ansi, e.pictures};
+}
+
 void showSendReceive(Environment& environment) {
-    environment.desktop.messageBox("Send/receive is not available in this version.");
+    const images::frmQVI_Images& host = *environment.imageManager;
+    sendreceive::frmQVI_sendreceive form(sendReceiveServices(environment), {host.gProfileNumber, host.gQuorVantisPath,
+                                                                            host.gSettingString, host.gWebAddress});
+    form.load();
+    form.showModal();
 }
 
 } // namespace entry

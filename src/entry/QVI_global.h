@@ -1,9 +1,14 @@
 // Routines of the entry module that its classes and forms share.
 #pragma once
 
+#include "sendreceive/services.h"
+
 namespace entry {
 
 struct Environment;
+
+// What a send/receive control works with.
+[[nodiscard]] sendreceive::Services sendReceiveServices(Environment& environment);
 
 // Opens the send/receive window over whatever form is shown, with the values in the image manager form's variables.
 void showSendReceive(Environment& environment);

@@ -1,5 +1,6 @@
 #include "ui/controls.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ui {
@@ -119,6 +120,14 @@ void ProgressBar::setProgress(std::size_t done, std::size_t total) {
     if (m_done != done || m_total != total) {
         m_done = done;
         m_total = total;
+        changed(Aspect::Value);
+    }
+}
+
+void FramedBar::setBarWidth(std::int64_t twips) {
+    const auto width = static_cast<std::int32_t>(std::clamp<std::int64_t>(twips, 0, kFrameWidth));
+    if (m_barWidth != width) {
+        m_barWidth = width;
         changed(Aspect::Value);
     }
 }

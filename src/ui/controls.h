@@ -130,6 +130,22 @@ private:
     std::size_t m_total = 0;
 };
 
+// A bar in a frame, drawn as two shapes: how wide the inner one is says how far something has come.
+class FramedBar : public Control {
+public:
+    // Twips, a twentieth of a point: the unit in which hosts of this control count.
+    static constexpr std::int32_t kFrameWidth = 6000;
+
+    using Control::Control;
+
+    // Kept between 0 and the frame's width. The frame's back colour is the control's.
+    void setBarWidth(std::int64_t twips);
+    [[nodiscard]] std::int32_t barWidth() const noexcept { return m_barWidth; }
+
+private:
+    std::int32_t m_barWidth = 0;
+};
+
 // Shows a picture shrunk to its own size, or its text as a quiet placeholder.
 class PictureBox : public Control {
 public:

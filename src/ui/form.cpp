@@ -3,6 +3,7 @@
 #include "base/runtime_error.h"
 #include "ui/controls.h"
 #include "ui/desktop.h"
+#include "ui/user_control.h"
 
 namespace ui {
 
@@ -77,6 +78,14 @@ void Form::userFocus(Control& control) {
 
 char16_t Form::userKey(char16_t key) {
     Form_KeyPress(key);
+    for (Control* const control : controls()) {
+        if (key == 0) {
+            break;
+        }
+        if (auto* const site = dynamic_cast<UserControlSite*>(control)) {
+            key = site->content().userKey(key);
+        }
+    }
     return key;
 }
 

@@ -41,7 +41,8 @@ public:
     [[nodiscard]] Control* focused() const noexcept { return m_focused; }
     void setFocus(Control& control);
 
-    // A person's key, before the focused control sees it. Returns what is left of it: 0 when the form took it.
+    // A person's key, before the focused control sees it: the form's first, then its user controls'. Returns what is
+    // left of it: 0 when one of them took it.
     char16_t userKey(char16_t key);
     // A person's click on the window's close box.
     void userClose() { Form_CloseBox(); }

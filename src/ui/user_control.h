@@ -7,12 +7,17 @@
 
 namespace ui {
 
+class Button;
+
 class UserControl : public Container {
 public:
     // `name` must outlive the control (a literal); it names its template.
     explicit UserControl(std::string_view name) : m_name(name) {}
 
     [[nodiscard]] std::string_view name() const noexcept { return m_name; }
+
+    // What Return presses while no other button has the focus; null: none.
+    [[nodiscard]] virtual Button* defaultButton() noexcept { return nullptr; }
 
     // A person's key, before the focused control sees it. Returns what is left of it: 0 when the control took it.
     char16_t userKey(char16_t key) {

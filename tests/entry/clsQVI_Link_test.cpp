@@ -9,6 +9,8 @@
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_picture_decoder.h"
 #include "fakes/fake_settings.h"
+#include "ports/late_bound.h"
+#include "sendreceive_form/frmQVI_sendreceive.h"
 
 #include <gtest/gtest.h>
 
@@ -59,7 +61,14 @@ TEST_F(clsQVI_LinkTest, EveryShowFormStartsFreshAndHandsBackNothing) {
 }
 
 TEST_F(clsQVI_LinkTest, ShowFormSendReceiveLeavesTheValuesButNeverTheSettingsName) {
-    desktop.whenAsked("Send/receive is not available in this version.");
+    settings.set("QuorVantis", "Main", "ImageModify", "Saved");
+    files.addFile("C:\\QV\\images.xml", "<images/>");
+    desktop.whenShown("frmQVI_sendreceive", [&] {
+        auto& window = dynamic_cast<sendreceive::frmQVI_sendreceive&>(*desktop.shownForm());
+        EXPECT_EQ(window.engine().lvCommands.rowCount(), 2U);
+        EXPECT_EQ(base::toText(window.engine().Globals->get("gSettingString")), "");
+        window.userClose();
+    });
     link.ShowFormSendReceive();
     ASSERT_NE(environment.imageManager, nullptr);
     EXPECT_EQ(form().ProductCode, "ABC");
@@ -92,7 +101,11 @@ TEST_F(clsQVI_LinkTest, CallsFromOutsideFailWhileAFormIsShown) {
         expect400([&] { other.ShowForm(); });
         expect400([&] { link.ShowFormSendReceive(); });
         EXPECT_EQ(form().ProductCode, "ABC");
-        desktop.whenAsked("Send/receive is not available in this version.");
+        desktop.whenShown("frmQVI_sendreceive", [&] {
+            auto& window = dynamic_cast<sendreceive::frmQVI_sendreceive&>(*desktop.shownForm());
+            EXPECT_EQ(base::toText(window.engine().Globals->get("gSettingString")), "Shop");
+            window.userClose();
+        });
         form().cmdUpload.userClick(); // the form's own button is inside
         form().userKey(ui::key::kReturn);
     });

@@ -1,4 +1,4 @@
-// A push button's window.
+// A push button's window. The platform draws it, until it is given a colour of its own.
 #pragma once
 
 #include "ui/controls.h"
@@ -10,11 +10,13 @@ class ButtonPeer final : public ControlPeer {
 public:
     ButtonPeer(HWND window, ui::Button& button) noexcept : ControlPeer(window, button), m_button(button) {}
 
+    void update(Aspects aspects) override;
     void command(WORD notification) override {
         if (notification == BN_CLICKED) {
             m_button.userClick();
         }
     }
+    void draw(const DRAWITEMSTRUCT& item) override;
 
 private:
     ui::Button& m_button;

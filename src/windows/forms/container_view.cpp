@@ -41,7 +41,9 @@ void ContainerView::bind(const ui::Container& container, std::string_view name) 
             refuse(name, "no window for the control " + std::string(control->name()));
         }
         m_entries.push_back({makePeer(window, *control), {}});
-        m_layout.add(window, control->anchors);
+        ControlPeer& peer = *m_entries.back().peer;
+        m_layout.add(peer.window(), control->anchors,
+                     peer.content() == nullptr ? Layout::Margin::Usual : Layout::Margin::None);
     }
 }
 
@@ -59,6 +61,13 @@ void ContainerView::setDpi(UINT dpi) {
     m_layout.setDpi(dpi);
     for (const Entry& entry : m_entries) {
         entry.peer->fontChanged();
+    }
+}
+
+void ContainerView::resized() {
+    m_layout.arrange();
+    for (const Entry& entry : m_entries) {
+        entry.peer->resized();
     }
 }
 
@@ -83,6 +92,11 @@ void ContainerView::moveFocus(const ui::Control& control) noexcept {
 
 // Windows come to life before the focus moves, and go dead after it: else the keyboard would end up nowhere.
 void ContainerView::flush() {
+    for (const Entry& entry : m_entries) {
+        if (ContainerView* const inner = entry.peer->content()) {
+            inner->flush();
+        }
+    }
     if (!std::exchange(m_dirty, false)) {
         return;
     }
@@ -114,28 +128,40 @@ void ContainerView::flush() {
 }
 
 void ContainerView::command(HWND window, WORD notification) {
-    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [&](const Entry& entry) { return entry.peer->window() == window; });
-    if (found != m_entries.end()) {
-        found->peer->command(notification);
+    if (ControlPeer* const peer = peerOf(window)) {
+        peer->command(notification);
+    }
+}
+
+void ContainerView::notify(NMHDR& header) {
+    if (ControlPeer* const peer = peerOf(header.hwndFrom)) {
+        peer->notify(header);
     }
 }
 
 void ContainerView::draw(const DRAWITEMSTRUCT& item) {
-    for (const Entry& entry : m_entries) {
-        if (entry.peer->window() == item.hwndItem) {
-            entry.peer->draw(item);
-        }
+    if (ControlPeer* const peer = peerOf(item.hwndItem)) {
+        peer->draw(item);
     }
 }
 
-ui::Control* ContainerView::controlOf(HWND window) const noexcept {
+ControlPeer* ContainerView::peerOf(HWND window) const noexcept {
     for (const Entry& entry : m_entries) {
         if (entry.peer->window() == window) {
-            return &entry.peer->control();
+            return entry.peer.get();
+        }
+        if (const ContainerView* const inner = entry.peer->content()) {
+            if (ControlPeer* const peer = inner->peerOf(window)) {
+                return peer;
+            }
         }
     }
     return nullptr;
+}
+
+ui::Control* ContainerView::controlOf(HWND window) const noexcept {
+    const ControlPeer* const peer = peerOf(window);
+    return peer == nullptr ? nullptr : &peer->control();
 }
 
 ContainerView::Entry* ContainerView::entryOf(const ui::Control& control) noexcept {

@@ -24,6 +24,8 @@ public:
     ContainerView(HWND dialog, const ui::Container& container, std::string_view name);
 
     [[nodiscard]] const Layout& layout() const noexcept { return m_layout; }
+    // The dialog has another size: places its controls anew.
+    void resized();
     // Lays out for another resolution; the caller then sizes the dialog and arranges.
     void setDpi(UINT dpi);
 
@@ -35,9 +37,11 @@ public:
 
     // What a person did. The handlers it runs may raise.
     void command(HWND window, WORD notification);
+    void notify(NMHDR& header);
     void draw(const DRAWITEMSTRUCT& item);
 
-    // Null when the window is none of the controls'.
+    // Null when the window is none of the controls', nor of those inside them.
+    [[nodiscard]] ControlPeer* peerOf(HWND window) const noexcept;
     [[nodiscard]] ui::Control* controlOf(HWND window) const noexcept;
 
 private:

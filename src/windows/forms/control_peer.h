@@ -9,6 +9,8 @@
 
 namespace windows {
 
+class ContainerView;
+
 // A set of aspects that wait to be shown.
 class Aspects {
 public:
@@ -41,10 +43,16 @@ public:
     virtual void update(Aspects aspects);
     // A notification code that the window sent with WM_COMMAND. May run the form's handlers, which may raise.
     virtual void command(WORD notification) { static_cast<void>(notification); }
+    // What the window told its dialog with WM_NOTIFY. May run handlers, as command().
+    virtual void notify(NMHDR& header) { static_cast<void>(header); }
     // The window has another font, because the resolution changed.
     virtual void fontChanged() {}
+    // The window has another size.
+    virtual void resized() {}
     // Owner-drawn windows only.
     virtual void draw(const DRAWITEMSTRUCT& item) { static_cast<void>(item); }
+    // The controls inside, of a control that is a container itself; else null.
+    [[nodiscard]] virtual ContainerView* content() noexcept { return nullptr; }
 
 protected:
     // Sends the control's text to the window unless it is there already.

@@ -1,6 +1,8 @@
 #include "windows/forms/form_window.h"
 
 #include "base/runtime_error.h"
+#include "ui/controls.h"
+#include "ui/user_control.h"
 #include "windows/adapters/wide.h"
 #include "windows/forms/common_controls.h"
 #include "windows/forms/control_ids.h"
@@ -131,6 +133,27 @@ bool FormWindow::previewKeyDown(const MSG& message) noexcept {
         return true;
     }
     m_fedKey = key;
+    return key == ui::key::kReturn && pressInside(message.hwnd);
+}
+
+// Return within a user control: presses the button that has the focus, else the control's default button. The dialog
+// manager knows only the form's own buttons. False when the focus is on none of a user control's controls.
+bool FormWindow::pressInside(HWND focus) noexcept {
+    for (ui::Control* const control : m_form.controls()) {
+        auto* const site = dynamic_cast<ui::UserControlSite*>(control);
+        ui::Control* const focused = m_view->controlOf(focus);
+        if (site == nullptr || focused == nullptr || &focused->owner() != &site->content()) {
+            continue;
+        }
+        auto* button = dynamic_cast<ui::Button*>(focused);
+        if (button == nullptr) {
+            button = site->content().defaultButton();
+        }
+        if (button != nullptr) {
+            guarded([&] { button->userClick(); });
+        }
+        return true;
+    }
     return false;
 }
 
@@ -230,10 +253,15 @@ INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
             m_form.userClose();
         }
         return TRUE;
+    case WM_NOTIFY:
+        if (m_form.shown()) {
+            m_view->notify(*reinterpret_cast<NMHDR*>(lParam));
+        }
+        return TRUE;
     case WM_DRAWITEM: m_view->draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
     case WM_SIZE:
         if (wParam != SIZE_MINIMIZED) {
-            m_view->layout().arrange();
+            m_view->resized();
         }
         return TRUE;
     case WM_GETMINMAXINFO: {
@@ -256,7 +284,7 @@ void FormWindow::resolutionChanged(UINT dpi, const RECT& place) {
     const SIZE minimum = m_view->layout().minimumWindowSize();
     SetWindowPos(handle(), nullptr, place.left, place.top, std::max(place.right - place.left, minimum.cx),
                  std::max(place.bottom - place.top, minimum.cy), SWP_NOZORDER | SWP_NOACTIVATE);
-    m_view->layout().arrange();
+    m_view->resized();
 }
 
 // Older systems lay a template out for the main monitor, wherever the window opens; and no system makes a window that

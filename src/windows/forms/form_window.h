@@ -60,6 +60,7 @@ private:
 
     [[nodiscard]] bool previewKeyDown(const MSG& message) noexcept;
     [[nodiscard]] bool previewCharacter(MSG& message) noexcept;
+    [[nodiscard]] bool pressInside(HWND focus) noexcept;
     [[nodiscard]] char16_t feed(char16_t key) noexcept;
     void setFirstFocus();
 

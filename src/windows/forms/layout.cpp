@@ -11,7 +11,7 @@ namespace {
 // (the system's, or the monitor's, depending on the Windows version).
 constexpr int kFontPoints = 9;
 constexpr int kPointsPerInch = 72;
-// All templates keep this distance to the right and bottom edge; dialog units.
+// Templates keep this distance to the right and bottom edge; dialog units.
 constexpr int kMargin = 7;
 
 UINT dpiOfFont(const LOGFONTW& font, UINT fallback) noexcept {
@@ -52,16 +52,19 @@ Layout::Layout(HWND dialog) : m_dialog(dialog), m_designSize(clientSize(dialog))
     m_dpi = m_designDpi;
 }
 
-void Layout::add(HWND window, const ui::Anchors& anchors) {
+void Layout::add(HWND window, const ui::Anchors& anchors, Margin margin) {
     RECT rect{};
     GetWindowRect(window, &rect);
     MapWindowPoints(nullptr, m_dialog, reinterpret_cast<POINT*>(&rect), 2);
     m_items.push_back({window, anchors, rect});
     // On a small screen the dialog may have come out smaller than its template says.
-    RECT margin{0, 0, kMargin, kMargin};
-    MapDialogRect(m_dialog, &margin);
-    m_designSize.cx = std::max(m_designSize.cx, rect.right + margin.right);
-    m_designSize.cy = std::max(m_designSize.cy, rect.bottom + margin.bottom);
+    RECT room{0, 0, kMargin, kMargin};
+    if (margin == Margin::None) {
+        room = {};
+    }
+    MapDialogRect(m_dialog, &room);
+    m_designSize.cx = std::max(m_designSize.cx, rect.right + room.right);
+    m_designSize.cy = std::max(m_designSize.cy, rect.bottom + room.bottom);
 }
 
 void Layout::setDpi(UINT dpi) {

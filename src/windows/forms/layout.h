@@ -4,6 +4,7 @@
 #include "ui/control.h"
 #include "windows/adapters/handles.h"
 
+#include <cstdint>
 #include <vector>
 
 #include <windows.h>
@@ -15,8 +16,11 @@ public:
     // Takes the dialog as the template made it for the design.
     explicit Layout(HWND dialog);
 
+    // The margin that a template keeps to its right and bottom edge, or none: a control that fills its container.
+    enum class Margin : std::uint8_t { Usual, None };
+
     // The window keeps the distances to its container's edges that it has now.
-    void add(HWND window, const ui::Anchors& anchors);
+    void add(HWND window, const ui::Anchors& anchors, Margin margin = Margin::Usual);
 
     // The resolution the dialog is laid out for.
     [[nodiscard]] UINT dpi() const noexcept { return m_dpi; }

@@ -6,11 +6,14 @@
 #include "windows/forms/check_box_peer.h"
 #include "windows/forms/combo_box_peer.h"
 #include "windows/forms/frame_peer.h"
+#include "windows/forms/framed_bar_peer.h"
 #include "windows/forms/label_peer.h"
 #include "windows/forms/list_box_peer.h"
+#include "windows/forms/list_view_peer.h"
 #include "windows/forms/picture_box_peer.h"
 #include "windows/forms/progress_bar_peer.h"
 #include "windows/forms/text_box_peer.h"
+#include "windows/forms/user_control_peer.h"
 
 #include <array>
 #include <string>
@@ -40,6 +43,9 @@ constexpr std::array kKinds{
     Kind{L"Edit", tryMake<ui::TextBox, TextBoxPeer>},
     Kind{L"ComboBox", tryMake<ui::ComboBox, ComboBoxPeer>},
     Kind{L"msctls_progress32", tryMake<ui::ProgressBar, ProgressBarPeer>},
+    Kind{L"Static", tryMake<ui::FramedBar, FramedBarPeer>},
+    Kind{L"SysListView32", tryMake<ui::ListView, ListViewPeer>},
+    Kind{L"Static", tryMake<ui::UserControlSite, UserControlPeer>},
 };
 
 bool isOfClass(HWND window, const wchar_t* windowClass) noexcept {
@@ -52,8 +58,9 @@ bool isOfClass(HWND window, const wchar_t* windowClass) noexcept {
 
 std::unique_ptr<ControlPeer> makePeer(HWND window, ui::Control& control) {
     for (const Kind& kind : kKinds) {
+        const bool suitable = isOfClass(window, kind.windowClass); // asked first: a peer may put another in its place
         if (std::unique_ptr<ControlPeer> peer = kind.tryMake(window, control)) {
-            if (!isOfClass(window, kind.windowClass)) {
+            if (!suitable) {
                 break;
             }
             return peer;

@@ -56,3 +56,17 @@
 #define IDC_frmBrowseGeneral_Text1 1208
 #define IDC_frmBrowseGeneral_OKButton 1209
 #define IDC_frmBrowseGeneral_CancelButton 1210
+
+#define IDD_frmQVI_sendreceive 130
+#define IDC_frmQVI_sendreceive_ucSendReceive1 1300
+
+// The send/receive control: a child dialog, on the form above or in a host's window.
+#define IDD_ucSendReceive 140
+#define IDC_ucSendReceive_picImage 1400
+#define IDC_ucSendReceive_lvCommands 1401
+#define IDC_ucSendReceive_cAlternate 1402
+#define IDC_ucSendReceive_cDownloadFiles 1403
+#define IDC_ucSendReceive_lProgress 1404
+#define IDC_ucSendReceive_barProgress 1405
+#define IDC_ucSendReceive_cmdOK 1406
+#define IDC_ucSendReceive_cmdCancel 1407

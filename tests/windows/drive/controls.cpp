@@ -11,6 +11,8 @@
 namespace drive {
 namespace {
 
+constexpr std::string_view kUserControlPrefix = "uc";
+
 bool isCheckBox(HWND control) {
     if (classOf(control) != "Button") {
         return false;
@@ -48,7 +50,13 @@ void post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 } // namespace
 
 HWND findControl(HWND form, std::string_view formName, std::string_view controlName) {
-    const int id = windows::controlId(formName, controlName);
+    // On the form itself, or on a user control that sits on it.
+    int id = windows::controlId(formName, controlName);
+    for (const windows::ControlId& entry : windows::allControlIds()) {
+        if (id == 0 && entry.control == controlName && entry.form.starts_with(kUserControlPrefix)) {
+            id = entry.id;
+        }
+    }
     if (id == 0) {
         throw Failure("there is no control '" + std::string(controlName) + "' on " + std::string(formName));
     }

@@ -1,0 +1,220 @@
+#include "sendreceive/ucSendReceive.h"
+
+#include "base/runtime_error.h"
+#include "entry/host_globals.h"
+#include "sendreceive/command_list.h"
+#include "ui/form.h"
+#include "ui/report_errors.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace sendreceive {
+namespace {
+
+// The bar's full length leaves this much of the frame free; twips.
+constexpr std::int32_t kFullBar = ui::FramedBar::kFrameWidth - 30;
+// The widest and highest picture worth decoding; pixels.
+constexpr int kPictureExtent = 512;
+
+[[noreturn]] void notInThisVersion() {
+    throw base::RuntimeError(base::error::kMemberNotSupported);
+}
+
+} // namespace
+
+std::shared_ptr<ucSendReceive> ucSendReceive::create(const Services& services) {
+    return std::shared_ptr<ucSendReceive>(new ucSendReceive(services));
+}
+
+ucSendReceive::ucSendReceive(const Services& services)
+    : UserControl("ucSendReceive"), lvCommands(*this, "lvCommands", commandColumns()), m_services(services) {
+    cAlternate.setText("Use &alternate web address");
+    cAlternate.setVisible(false);
+    cDownloadFiles.setText("Do not &download files");
+    cDownloadFiles.setVisible(false);
+    cmdOK.setText("OK");
+    cmdCancel.setText("Cancel");
+    lvCommands.anchors = {true, true, true, true};
+    lProgress.anchors = barProgress.anchors = {true, false, true, true};
+    cAlternate.anchors = cDownloadFiles.anchors = picImage.anchors = {true, false, false, true};
+    cmdOK.anchors = cmdCancel.anchors = {false, false, true, true};
+    lvCommands.onItemCheck = [this](std::size_t row) { lvCommands_ItemCheck(row); };
+    cmdOK.onClick = [this] { cmdOK_Click(); };
+    cmdCancel.onClick = [this] { cmdCancel_Click(); };
+}
+
+void ucSendReceive::setDomCommands(std::shared_ptr<xml::XmlDocument> document,
+                                   std::unique_ptr<HostCommandDocument> original) {
+    m_commands = std::move(document);
+    m_hostCommands = std::move(original);
+}
+
+void ucSendReceive::SetDownloadVisible(bool visible) {
+    cDownloadFiles.setVisible(visible);
+}
+
+bool ucSendReceive::LoadfrmDial(bool) {
+    notInThisVersion();
+}
+
+bool ucSendReceive::DownloadFile(const std::string&, const std::string&) {
+    notInThisVersion();
+}
+
+bool ucSendReceive::SendReceive(std::string&, const std::string&, const std::shared_ptr<xml::XmlDocument>&,
+                                const std::shared_ptr<xml::XmlDocument>&, const std::string&, bool, bool) {
+    notInThisVersion();
+}
+
+bool ucSendReceive::DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>&, const std::string&, const std::string&) {
+    notInThisVersion();
+}
+
+void ucSendReceive::DisconnectFromInternet() {
+    notInThisVersion();
+}
+
+bool ucSendReceive::CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>&, bool, const std::string&, bool) {
+    notInThisVersion();
+}
+
+void ucSendReceive::RunSetup() {
+    notInThisVersion();
+}
+
+void ucSendReceive::LoadCommands() {
+    reportErrors("LoadCommands", [&] {
+        const entry::HostGlobals host = globals();
+        const std::string service = host.text("gWebService");
+        cAlternate.setVisible(!service.empty() &&
+                              !m_services.settings.get(host.text("gSettingString"), service, "AltURL").empty());
+        if (!m_commands) {
+            throw base::RuntimeError(base::error::kObjectNotSet);
+        }
+        fillCommandList(lvCommands, *m_commands, [](const std::string&, const std::string&) { return std::string(); });
+    });
+}
+
+void ucSendReceive::lvCommands_ItemCheck(std::size_t row) {
+    reportErrors("lvCommands_ItemCheck", [&] {
+        const bool required = findCommand(*m_commands, lvCommands.key(row)).getAttribute("required") == "yes";
+        if (required && !lvCommands.checked(row)) {
+            m_services.desktop.messageBox("This download is required, can not de-select...");
+            lvCommands.setChecked(row, true);
+        }
+    });
+}
+
+void ucSendReceive::SetMessage(const std::string& text) {
+    reportErrors("SetMessage", [&] {
+        WriteSingleLog("Sub SetMessage --> " + text, false);
+        lProgress.setText(text);
+        m_services.desktop.doEvents();
+    });
+}
+
+void ucSendReceive::SetProgressBar(std::int32_t value) {
+    reportErrors("SetProgressBar", [&] {
+        if (m_announcedLength == 0) {
+            throw base::RuntimeError(base::error::kDivisionByZero);
+        }
+        barProgress.setBarWidth(std::int64_t{ui::FramedBar::kFrameWidth} * value / m_announcedLength);
+        m_services.desktop.doEvents();
+    });
+}
+
+void ucSendReceive::SetProgressBarMax() {
+    reportErrors("SetProgressBarMax", [&] {
+        barProgress.setBarWidth(kFullBar);
+        m_services.desktop.doEvents();
+    });
+}
+
+void ucSendReceive::SetProgressBarMinimum() {
+    reportErrors("SetProgressBarMinimum", [&] {
+        barProgress.setBarWidth(0);
+        m_services.desktop.doEvents();
+    });
+}
+
+void ucSendReceive::UserControl_SetImage(std::shared_ptr<const base::Picture> picture) {
+    picImage.setPicture(std::move(picture));
+}
+
+void ucSendReceive::UserControl_SetImage(const std::string& file) {
+    reportErrors("UserControl_SetImage", [&] {
+        auto picture = m_services.pictures.decode(file, kPictureExtent, kPictureExtent);
+        picImage.setPicture(picture ? std::make_shared<const base::Picture>(*std::move(picture)) : nullptr);
+    });
+}
+
+void ucSendReceive::Setcolors() {
+    notInThisVersion();
+}
+
+void ucSendReceive::SetHTTPSettings() {
+    notInThisVersion();
+}
+
+void ucSendReceive::WriteSingleLog(const std::string&, bool) {}
+
+bool ucSendReceive::logIn() {
+    return true;
+}
+
+void ucSendReceive::advise(Events& listener) {
+    m_listeners.push_back(&listener);
+}
+
+void ucSendReceive::unadvise(Events& listener) {
+    std::erase(m_listeners, &listener);
+}
+
+// Over a copy: a listener may leave, join others, or let go of the control.
+void ucSendReceive::fire(const std::function<void(Events&)>& event) {
+    const auto self = shared_from_this();
+    for (Events* const listener : std::vector(m_listeners)) {
+        if (std::ranges::find(m_listeners, listener) != m_listeners.end()) {
+            event(*listener);
+        }
+    }
+}
+
+void ucSendReceive::cmdCancel_Click() {
+    reportErrors("cmdCancel_Click", [&] { fire([](Events& listener) { listener.Cancelled(); }); });
+}
+
+void ucSendReceive::UserControl_KeyPress(char16_t& key) {
+    if (key == ui::key::kEscape) {
+        key = 0;
+        cmdCancel_Click();
+    }
+}
+
+void ucSendReceive::cmdOK_Click() {
+    const auto self = shared_from_this();
+    setBusy(true);
+    reportErrors("cmdOK_Click", [&] {
+        if (bLoginNotRequired || logIn()) {
+            m_services.desktop.messageBox("The exchange with the supplier is not part of this version.");
+        }
+    });
+    setBusy(false);
+}
+
+void ucSendReceive::setBusy(bool busy) {
+    m_busy = busy;
+    cmdOK.setEnabled(!busy);
+    lvCommands.setEnabled(!busy);
+}
+
+bool ucSendReceive::reportErrors(std::string_view routine, const std::function<void()>& body) {
+    return ui::reportErrors(m_services.desktop, routine, body);
+}
+
+entry::HostGlobals ucSendReceive::globals() const {
+    return entry::HostGlobals(Globals);
+}
+
+} // namespace sendreceive

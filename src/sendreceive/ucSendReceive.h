@@ -1,0 +1,125 @@
+// The send/receive control: a list of commands, the person's OK and Cancel, and how the exchange gets on. A facade: its
+// parts (command list, account dates, HTTP settings, trace) are files of their own.
+//
+// It is the same object on the component's own form, in a host's window, and without any window.
+#pragma once
+
+#include "base/picture.h"
+#include "base/variant.h"
+#include "sendreceive/events.h"
+#include "sendreceive/host_command_document.h"
+#include "sendreceive/services.h"
+#include "ui/controls.h"
+#include "ui/list_view.h"
+#include "ui/user_control.h"
+#include "xml/xml_document.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace entry {
+class HostGlobals;
+}
+
+namespace sendreceive {
+
+class ucSendReceive : public ui::UserControl, public std::enable_shared_from_this<ucSendReceive> {
+public:
+    // Shared, because a run holds the control: a handler may close its window and let go of it meanwhile.
+    [[nodiscard]] static std::shared_ptr<ucSendReceive> create(const Services& services);
+
+    // What a host sets before LoadCommands.
+    base::ObjectRef Globals; // null: none given
+    base::ObjectRef Account; // null: the globals object is asked for branch and account
+    std::string sWebAddress;
+    bool bLoginNotRequired = false;
+    bool gUsingAlternate = false;
+
+    // Null: none given.
+    [[nodiscard]] const std::shared_ptr<xml::XmlDocument>& domCommands() const noexcept { return m_commands; }
+    // `original`: a host's own document of which `document` is a copy; null when there is none.
+    void setDomCommands(std::shared_ptr<xml::XmlDocument> document, std::unique_ptr<HostCommandDocument> original = {});
+
+    // The public methods. Each shows what goes wrong in it in a box, "Error in <name>:" and the description, except
+    // those that are not part of this version: they raise 445.
+    void SetDownloadVisible(bool visible);
+    [[nodiscard]] bool LoadfrmDial(bool dialMode);                                         // 445
+    [[nodiscard]] bool DownloadFile(const std::string& url, const std::string& localFile); // 445
+    // One exchange: 445. `url` may change to the alternate address, `results` receives the answer; `request` may be
+    // null.
+    [[nodiscard]] bool SendReceive(std::string& url, const std::string& method,
+                                   const std::shared_ptr<xml::XmlDocument>& results,
+                                   const std::shared_ptr<xml::XmlDocument>& request, const std::string& localFile,
+                                   bool dontLoadResults, bool forceDownload);
+    // Fills the list from domCommands.
+    void LoadCommands();
+    // The status line; also traced. Handles waiting messages, as the three below do.
+    void SetMessage(const std::string& text);
+    // The bar to value / announced content length.
+    void SetProgressBar(std::int32_t value);
+    void SetProgressBarMax();
+    void SetProgressBarMinimum();
+    [[nodiscard]] bool DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>& results, const std::string& folderName,
+                                       const std::string& rootPath); // 445
+    void DisconnectFromInternet();                                   // 445
+    // The progress frame and the buttons in the colours that the host names.
+    void Setcolors();
+    // Null clears the picture, as does a file that is no picture.
+    void UserControl_SetImage(std::shared_ptr<const base::Picture> picture);
+    void UserControl_SetImage(const std::string& file);
+    [[nodiscard]] bool CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>& results, bool doDownloads,
+                                             const std::string& dataFolder, bool forceDownload); // 445
+    void RunSetup();                                                                             // 445
+    void SetHTTPSettings();
+    // One line into the trace file of the data folder; `restart` begins the file anew. Never raises.
+    void WriteSingleLog(const std::string& text, bool restart);
+
+    // Listeners are told in the order in which they joined. Not owned: one leaves before it goes.
+    void advise(Events& listener);
+    void unadvise(Events& listener);
+
+    // What Cancel, the cancel key and a window's close box do.
+    void cmdCancel_Click();
+
+    [[nodiscard]] ui::Button* defaultButton() noexcept override { return &cmdOK; }
+
+    ui::ListView lvCommands;
+    ui::CheckBox cAlternate{*this, "cAlternate"};
+    ui::CheckBox cDownloadFiles{*this, "cDownloadFiles"};
+    ui::Label lProgress{*this, "lProgress"};
+    ui::FramedBar barProgress{*this, "barProgress"};
+    ui::PictureBox picImage{*this, "picImage"};
+    ui::Button cmdOK{*this, "cmdOK"};
+    ui::Button cmdCancel{*this, "cmdCancel"};
+
+protected:
+    void UserControl_KeyPress(char16_t& key) override;
+
+private:
+    explicit ucSendReceive(const Services& services);
+
+    void cmdOK_Click();
+    void lvCommands_ItemCheck(std::size_t row);
+    // Steps of a run. False: the person gave up.
+    [[nodiscard]] bool logIn();
+    void writePassword(const std::string& password, const std::string& newPassword);
+    void setBusy(bool busy);
+
+    void fire(const std::function<void(Events&)>& event);
+    // The public methods' error handler.
+    bool reportErrors(std::string_view routine, const std::function<void()>& body);
+    [[nodiscard]] entry::HostGlobals globals() const;
+
+    Services m_services;
+    std::shared_ptr<xml::XmlDocument> m_commands;
+    std::unique_ptr<HostCommandDocument> m_hostCommands;
+    std::vector<Events*> m_listeners;
+    std::int64_t m_announcedLength = 0; // 0: none
+    bool m_busy = false;
+};
+
+} // namespace sendreceive

@@ -1,0 +1,24 @@
+// Everything that a send/receive control works with, in memory.
+#pragma once
+
+#include "fakes/fake_clock.h"
+#include "fakes/fake_code_page.h"
+#include "fakes/fake_desktop.h"
+#include "fakes/fake_file_system.h"
+#include "fakes/fake_picture_decoder.h"
+#include "fakes/fake_settings.h"
+#include "sendreceive/services.h"
+
+namespace fakes {
+
+struct SendReceiveServices {
+    FakeDesktop desktop;
+    FakeFileSystem files;
+    FakeSettings settings;
+    FakeClock clock;
+    FakeCodePage ansi;
+    FakePictureDecoder pictures;
+    sendreceive::Services all{desktop, files, settings, clock, ansi, pictures};
+};
+
+} // namespace fakes

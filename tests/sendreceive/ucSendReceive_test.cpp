@@ -1,0 +1,173 @@
+#include "sendreceive/ucSendReceive.h"
+
+#include "base/runtime_error.h"
+#include "fakes/fake_late_bound.h"
+#include "fakes/send_receive_services.h"
+#include "ui/form.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace sendreceive {
+namespace {
+
+// Writes down the events that hosts see, and does what a test wants it to do meanwhile.
+class Listener final : public Events {
+public:
+    std::vector<std::string> heard;
+    std::function<void()> meanwhile = [] {};
+
+    void DownloadComplete(std::string& name, const xml::XmlNode&, const std::shared_ptr<xml::XmlDocument>&) override {
+        hear("DownloadComplete " + name);
+    }
+    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>&) override {
+        hear("DownloadStart " + name);
+    }
+    void Cancelled() override { hear("Cancelled"); }
+    void SendReceiveCompleted() override { hear("SendReceiveCompleted"); }
+    void CloseQuorVantis() override { hear("CloseQuorVantis"); }
+    void OpenfrmOptions(const std::string& url) override { hear("OpenfrmOptions " + url); }
+    void RegisterServer(const std::string& file) override { hear("RegisterServer " + file); }
+    void UnregisterServer(const std::string& file) override { hear("UnregisterServer " + file); }
+
+private:
+    void hear(const std::string& event) {
+        heard.push_back(event);
+        meanwhile();
+    }
+};
+
+class ucSendReceiveTest : public testing::Test {
+protected:
+    ucSendReceiveTest() {
+        host->addProperty("gWebService", "http://supplier/");
+        host->addProperty("gSettingString", "Shop");
+        host->addProperty("gProfileNumber", "1001");
+        host->addProperty("gQuorVantisPath", "C:\\QV\\");
+        control->Globals = host;
+        control->advise(listener);
+    }
+
+    void load(std::string_view commands) {
+        auto document = std::make_shared<xml::XmlDocument>();
+        ASSERT_TRUE(document->loadXml(commands));
+        control->setDomCommands(document);
+        control->LoadCommands();
+    }
+
+    // "+name|description|date|status" for a ticked row, "-..." for another.
+    std::vector<std::string> rows() const {
+        std::vector<std::string> result;
+        const ui::ListView& list = control->lvCommands;
+        for (std::size_t row = 0; row < list.rowCount(); ++row) {
+            std::string line = list.checked(row) ? "+" : "-";
+            for (std::size_t column = 0; column < list.columns().size(); ++column) {
+                line += (column == 0 ? "" : "|") + list.cell(row, column);
+            }
+            result.push_back(line);
+        }
+        return result;
+    }
+    using Rows = std::vector<std::string>;
+
+    fakes::SendReceiveServices services;
+    std::shared_ptr<fakes::FakeLateBound> host = std::make_shared<fakes::FakeLateBound>();
+    std::shared_ptr<ucSendReceive> control = ucSendReceive::create(services.all);
+    Listener listener;
+};
+
+TEST_F(ucSendReceiveTest, ListsTheCommandsThatAreToBeShown) {
+    load("<commands><command name='a' displaytext='First' required='yes' show='yes'/>"
+         "<!-- no command --><command name='hidden' required='yes' checked='yes' show='no'/>"
+         "<group><command name='b' displaytext='Second' checked='yes' show='yes'/></group>"
+         "<command name='c' required='Yes' checked='no' show='yes'/><command name='d' show='YES'/></commands>");
+    EXPECT_EQ(rows(), (Rows{"+a|First|| ", "+b|Second|| ", "-c||| "}));
+    EXPECT_FALSE(control->cAlternate.visible());
+
+    load("<commands/>");
+    EXPECT_EQ(rows(), Rows{});
+}
+
+TEST_F(ucSendReceiveTest, LoadsUpToTheRowThatFails) {
+    services.desktop.whenAsked("Error in LoadCommands:Key is not unique in collection");
+    load("<commands><command name='a' show='yes'/><command name='a' show='yes'/><command name='b' "
+         "show='yes'/></commands>");
+    EXPECT_EQ(rows(), (Rows{"-a||| "}));
+
+    std::string many = "<commands>";
+    for (int i = 0; i < 40'000; ++i) {
+        many += "<command name='c" + std::to_string(i) + "' show='yes'/>";
+    }
+    services.desktop.whenAsked("Error in LoadCommands:Overflow");
+    load(many + "</commands>");
+    EXPECT_EQ(control->lvCommands.rowCount(), 32'767U);
+
+    services.desktop.whenAsked("Error in LoadCommands:Object variable or With block variable not set");
+    control->setDomCommands(nullptr);
+    control->LoadCommands();
+    services.desktop.whenAsked("Error in LoadCommands:Object doesn't support this property or method");
+    control->Globals = std::make_shared<fakes::FakeLateBound>();
+    control->LoadCommands();
+}
+
+TEST_F(ucSendReceiveTest, OffersTheAlternateAddressOnlyWhereThereIsOne) {
+    services.settings.set("Shop", "http://supplier/", "AltURL", "http://other/");
+    load("<commands/>");
+    EXPECT_TRUE(control->cAlternate.visible());
+    host->addProperty("gWebService", "");
+    load("<commands/>");
+    EXPECT_FALSE(control->cAlternate.visible());
+}
+
+TEST_F(ucSendReceiveTest, ARequiredCommandStaysTicked) {
+    load("<commands><command name='a' required='yes' show='yes'/><command name='b' checked='yes' show='yes'/>"
+         "<command name=\"it's\" checked='yes' show='yes'/></commands>");
+    services.desktop.whenAsked("This download is required, can not de-select...");
+    control->lvCommands.userCheck(0, false);
+    control->lvCommands.userCheck(1, false);
+    EXPECT_EQ(rows(), (Rows{"+a||| ", "-b||| ", "+it's||| "}));
+
+    services.desktop.whenAsked("Error in lvCommands_ItemCheck:Invalid expression: //command[@name='it's']");
+    control->lvCommands.userCheck(2, false);
+}
+
+TEST_F(ucSendReceiveTest, TheBarFollowsTheAnnouncedLength) {
+    services.desktop.whenAsked("Error in SetProgressBar:Division by zero");
+    control->SetProgressBar(5);
+    EXPECT_EQ(control->barProgress.barWidth(), 0);
+    control->SetProgressBarMax();
+    EXPECT_EQ(control->barProgress.barWidth(), ui::FramedBar::kFrameWidth - 30);
+    control->SetProgressBarMinimum();
+    EXPECT_EQ(control->barProgress.barWidth(), 0);
+}
+
+TEST_F(ucSendReceiveTest, TellsThatThePersonCancels) {
+    control->cmdCancel.userClick();
+    EXPECT_EQ(control->userKey(ui::key::kEscape), 0);
+    EXPECT_EQ(control->userKey(u'x'), u'x');
+    EXPECT_EQ(listener.heard, (Rows{"Cancelled", "Cancelled"}));
+
+    services.desktop.whenAsked("Error in cmdCancel_Click:Overflow");
+    listener.meanwhile = [] { throw base::RuntimeError(base::error::kOverflow); };
+    control->cmdCancel.userClick();
+}
+
+TEST_F(ucSendReceiveTest, AListenerMayLeaveAndLetGoOfTheControl) {
+    Listener second;
+    control->advise(second);
+    listener.meanwhile = [&] {
+        control->unadvise(second);
+        control->unadvise(listener);
+        control.reset();
+    };
+    control->cmdCancel.userClick();
+    EXPECT_EQ(listener.heard, Rows{"Cancelled"});
+    EXPECT_EQ(second.heard, Rows{});
+}
+
+} // namespace
+} // namespace sendreceive
