@@ -33,6 +33,19 @@ void Tree::replace(xmlDoc* document) noexcept {
     m_document = document;
 }
 
+xmlNode* Tree::keepNew(xmlNode* made) {
+    if (made == nullptr) {
+        throw base::RuntimeError(base::error::kOutOfMemory);
+    }
+    try {
+        keepDetached(made);
+    } catch (...) {
+        xmlFreeNode(made);
+        throw;
+    }
+    return made;
+}
+
 void Tree::keepDetached(xmlNode* node) {
     m_detached.push_back(node);
     setPlace(node, m_detached.size());

@@ -20,14 +20,15 @@ public:
     // Takes ownership of another document in place of the empty one.
     void replace(xmlDoc* document) noexcept;
 
-    // Keeps a node that has no parent until the tree dies.
-    void keepDetached(xmlNode* node);
+    // Keeps a node just made, which has no parent yet, and returns it. Null (no memory was found for it) raises 7.
+    xmlNode* keepNew(xmlNode* made);
     // Takes a node out of its parent and keeps it.
     void detach(xmlNode* node);
     // Makes a node of this tree the last child, wherever it was before.
     void append(xmlNode* parent, xmlNode* child) noexcept;
 
 private:
+    void keepDetached(xmlNode* node);
     void forgetDetached(xmlNode* node) noexcept;
 
     xmlDoc* m_document;

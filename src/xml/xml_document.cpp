@@ -52,18 +52,8 @@ XmlNode XmlDocument::createElement(std::string_view name) {
         throw base::RuntimeError(base::error::kInvalidProcedureCall);
     }
     const std::string terminated(name);
-    xmlNode* const element =
-        xmlNewDocNode(m_tree->document(), nullptr, reinterpret_cast<const xmlChar*>(terminated.c_str()), nullptr);
-    if (element == nullptr) {
-        throw base::RuntimeError(base::error::kOutOfMemory);
-    }
-    try {
-        m_tree->keepDetached(element);
-    } catch (...) {
-        xmlFreeNode(element);
-        throw;
-    }
-    return {m_tree, element};
+    return {m_tree, m_tree->keepNew(xmlNewDocNode(m_tree->document(), nullptr,
+                                                  reinterpret_cast<const xmlChar*>(terminated.c_str()), nullptr))};
 }
 
 ElementView XmlDocument::rootView() const noexcept {

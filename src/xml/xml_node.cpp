@@ -141,6 +141,24 @@ std::string XmlNode::text() const {
     return text;
 }
 
+void XmlNode::setText(std::string_view text) {
+    requireNode(m_node);
+    if (!isElement(m_node) || !isXmlText(text)) {
+        raiseInvalidCall();
+    }
+    const std::string terminated(text);
+    const MemoryWatch memory;
+    xmlNode* const node =
+        m_tree->keepNew(xmlNewDocText(m_node->doc, reinterpret_cast<const xmlChar*>(terminated.c_str())));
+    memory.check();
+    while (m_node->children != nullptr) {
+        m_tree->detach(m_node->children);
+    }
+    if (!text.empty()) {
+        m_tree->append(m_node, node);
+    }
+}
+
 std::string XmlNode::xml() const {
     return m_node != nullptr ? serialize(m_node) : std::string();
 }

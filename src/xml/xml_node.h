@@ -62,6 +62,9 @@ public:
     // The character data in and below the node, without comments, instructions and entity references; the content of a
     // comment or an instruction itself.
     [[nodiscard]] std::string text() const;
+    // Puts one text (none, if it is empty) in place of all that an element holds; what it held is detached. A character
+    // that XML 1.0 cannot hold, or a node that is no element, raises 5, and nothing is changed then.
+    void setText(std::string_view text);
 
     // The node as markup: not indented, an empty element as <p/>, ">" escaped in attribute values too.
     [[nodiscard]] std::string xml() const;

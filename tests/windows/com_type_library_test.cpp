@@ -117,6 +117,23 @@ TEST_F(TypeLibrary, InterfacesKeepTheirIdentifiersFlagsAndSlots) {
          {"get gProfileNumber 1 @7", "put gProfileNumber 1 @8", "get gQuorVantisPath 2 @9", "put gQuorVantisPath 2 @10",
           "get gWebService 3 @11", "put gWebService 3 @12", "get gSettingString 4 @13", "put gSettingString 4 @14",
           "call GetValue 5 @15"}},
+        {"_XmlNode",
+         __uuidof(_XmlNode),
+         "{2DE0049C-AE62-4AE4-870F-33B56155C2A6}",
+         {"get nodeName 1 @7", "get text 2 @8", "put text 2 @9", "get xml 3 @10", "get parentNode 4 @11",
+          "get childNodes 5 @12", "call selectSingleNode 6 @13", "call selectNodes 7 @14", "call appendChild 8 @15",
+          "call removeChild 9 @16", "call getAttribute 10 @17", "call setAttribute 11 @18"}},
+        {"_XmlNodeList",
+         __uuidof(_XmlNodeList),
+         "{9BD898E8-B8BD-49AD-BBC4-37FFEF27C243}",
+         {"get length 1 @7", "get item 0 @8", "get _NewEnum -4 @9"}},
+        {"_XmlDocument",
+         __uuidof(_XmlDocument),
+         "{C8FD2B37-C77B-4E8C-B3DE-30B65BD57556}",
+         {"get nodeName 1 @7", "get text 2 @8", "put text 2 @9", "get xml 3 @10", "get parentNode 4 @11",
+          "get childNodes 5 @12", "call selectSingleNode 6 @13", "call selectNodes 7 @14", "call appendChild 8 @15",
+          "call removeChild 9 @16", "get documentElement 10 @17", "call createElement 11 @18", "call loadXML 12 @19",
+          "call load 13 @20", "call save 14 @21"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

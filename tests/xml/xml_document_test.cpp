@@ -261,6 +261,21 @@ TEST(XmlNode, RefusesWhatXmlCannotHoldBeforeAnythingChanges) {
     EXPECT_EQ(loaded(document.xml()).documentElement().getAttribute("b"), hard);
 }
 
+TEST(XmlNode, ATextTakesThePlaceOfAllThatAnElementHolds) {
+    XmlDocument document = loaded("<r a='1'>x<b>y</b><!--z--></r>");
+    XmlNode root = document.documentElement();
+    XmlNode b = root.selectSingleNode("b");
+    root.setText("<&>");
+    EXPECT_EQ(document.xml(), "<r a=\"1\">&lt;&amp;&gt;</r>");
+    EXPECT_EQ(b.xml(), "<b>y</b>") << "what was inside lives on";
+    EXPECT_EQ(raised([&] { root.setText("\x01"); }), 5);
+    EXPECT_EQ(raised([&] { root.firstChild().setText("t"); }), 5) << "not an element";
+    root.setText("");
+    EXPECT_EQ(document.xml(), "<r a=\"1\"/>");
+    root.appendChild(b);
+    EXPECT_EQ(document.xml(), "<r a=\"1\"><b>y</b></r>");
+}
+
 TEST(XmlNode, ExpressionsSelectInDocumentOrderOrSayWhatIsWrong) {
     XmlDocument document = loaded("<r><a i='1'/><b i='2'><a i='3'/></b><a i='4'/></r>");
     const auto select = [&](std::string_view expression) {

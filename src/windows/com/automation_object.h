@@ -1,57 +1,27 @@
-// The base of every automation class: identity, lifetime, and late-bound calls by way of the type library.
+// The base of every automation class: late-bound calls by way of the type library, errors with their words.
 #pragma once
 
 #include "windows/com/automation_text.h"
+#include "windows/com/com_object.h"
 #include "windows/com/error_boundary.h"
-#include "windows/com/module.h"
 #include "windows/com/type_library.h"
+#include "windows/com/variant_conversion.h"
 
 #include <windows.h>
 
 #include <oleauto.h>
 #include <wrl/client.h>
 
-#include <atomic>
 #include <string>
 #include <utility>
 
 namespace windows::com {
 
-// `Dual` is the class's dual interface. It is deliberately the only way in beside IDispatch and ISupportErrorInfo:
-// a script host that finds IObjectWithSite on an object refuses to create it.
-template <typename Dual>
-class AutomationObject : public Dual, public ISupportErrorInfo {
+// `Dual` is the class's dual interface, `Others` what it offers besides. A script host that finds IObjectWithSite on an
+// object refuses to create it, so that one is never among them.
+template <typename Dual, typename... Others>
+class AutomationObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
 public:
-    AutomationObject(const AutomationObject&) = delete;
-    AutomationObject& operator=(const AutomationObject&) = delete;
-
-    // IUnknown
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override {
-        if (object == nullptr) {
-            return E_POINTER;
-        }
-        if (iid == __uuidof(Dual) || iid == IID_IDispatch || iid == IID_IUnknown) {
-            *object = static_cast<Dual*>(this);
-        } else if (iid == IID_ISupportErrorInfo) {
-            *object = static_cast<ISupportErrorInfo*>(this);
-        } else {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        AddRef();
-        return S_OK;
-    }
-
-    ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++m_references; }
-
-    ULONG STDMETHODCALLTYPE Release() noexcept override {
-        const ULONG left = --m_references;
-        if (left == 0) {
-            delete this;
-        }
-        return left;
-    }
-
     // IDispatch
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) noexcept override {
         if (count == nullptr) {
@@ -101,8 +71,10 @@ public:
     }
 
 protected:
-    AutomationObject() = default;
-    virtual ~AutomationObject() = default;
+    [[nodiscard]] void* find(REFIID iid) noexcept override {
+        return iid == IID_IDispatch ? static_cast<Dual*>(this)
+                                    : ComObject<Dual, ISupportErrorInfo, Others...>::find(iid);
+    }
 
     // The body of a method. The object holds itself meanwhile: a host may let go of it while a form is open.
     template <typename Body>
@@ -111,18 +83,31 @@ protected:
         return guarded(__uuidof(Dual), std::forward<Body>(body));
     }
 
-    // The accessors of a text and of a Boolean property.
-    HRESULT get(const std::string& property, BSTR* value) noexcept {
+    // The body of a method with one result, which `make` gives: a text or an object.
+    template <typename Make>
+    HRESULT give(BSTR* value, Make&& make) noexcept {
         return run([&] {
             BSTR& result = target(value);
-            result = newBstr(property);
+            result = newBstr(make());
         });
+    }
+    template <typename Interface, typename Make>
+    HRESULT give(Interface** value, Make&& make) noexcept {
+        return run([&] {
+            Interface*& result = target(value);
+            result = make().Detach();
+        });
+    }
+
+    // The accessors of a text and of a Boolean property.
+    HRESULT get(const std::string& property, BSTR* value) noexcept {
+        return give(value, [&]() -> const std::string& { return property; });
     }
     HRESULT put(std::string& property, BSTR value) noexcept {
         return run([&] { property = fromBstr(value); });
     }
     HRESULT get(bool property, VARIANT_BOOL* value) noexcept {
-        return run([&] { target(value) = property ? VARIANT_TRUE : VARIANT_FALSE; });
+        return run([&] { target(value) = toVariantBool(property); });
     }
     HRESULT put(bool& property, VARIANT_BOOL value) noexcept {
         property = value != VARIANT_FALSE;
@@ -133,8 +118,6 @@ private:
     // Not at creation: an early-bound host never needs it.
     HRESULT needTypeInfo() noexcept { return m_typeInfo ? S_OK : loadTypeInfo(__uuidof(Dual), m_typeInfo); }
 
-    ModuleUse m_moduleUse;
-    std::atomic<ULONG> m_references = 1;
     Microsoft::WRL::ComPtr<ITypeInfo> m_typeInfo;
 };
 

@@ -25,9 +25,9 @@ HRESULT createObject(REFIID iid, void** object) noexcept {
 std::span<const CreatableClass> creatableClasses() noexcept {
     static const CreatableClass kClasses[] = {
         {__uuidof(::clsQVI_Link), L"QuorvantisImage.clsQVI_Link", L"QuorvantisImage.clsQVI_Link",
-         __uuidof(::_clsQVI_Link), L"_clsQVI_Link", createObject<LinkObject>},
+         createObject<LinkObject>},
         {__uuidof(::clsQVI_Globals), L"QuorvantisImage.clsQVI_Globals", L"QuorvantisImage.clsQVI_Globals",
-         __uuidof(::_clsQVI_Globals), L"_clsQVI_Globals", createObject<GlobalsObject>},
+         createObject<GlobalsObject>},
     };
     return kClasses;
 }

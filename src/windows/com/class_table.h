@@ -13,8 +13,6 @@ struct CreatableClass {
     CLSID clsid;
     const wchar_t* progId;
     const wchar_t* description;
-    IID defaultInterface;
-    const wchar_t* interfaceName;
     // A new object with one reference, seen as `iid`.
     HRESULT (*create)(REFIID iid, void** object) noexcept;
 };

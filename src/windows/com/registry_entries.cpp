@@ -4,6 +4,8 @@
 #include "windows/com/automation_text.h"
 #include "windows/com/class_table.h"
 
+#include <wrl/client.h>
+
 #include <array>
 #include <charconv>
 #include <memory>
@@ -12,8 +14,9 @@
 namespace windows::com {
 namespace {
 
-// The system's marshaller that works from type libraries.
-constexpr wchar_t kTypeLibraryMarshaller[] = L"{00020424-0000-0000-C000-000000000046}";
+// The system's marshallers: of dual interfaces, which work from type libraries, and of plain dispatch interfaces.
+constexpr wchar_t kDualMarshaller[] = L"{00020424-0000-0000-C000-000000000046}";
+constexpr wchar_t kDispatchMarshaller[] = L"{00020420-0000-0000-C000-000000000046}";
 
 std::wstring textOf(const GUID& guid) {
     std::array<wchar_t, 39> text{}; // braces, 36 characters, the final zero
@@ -28,6 +31,16 @@ std::wstring hexText(unsigned long number) {
     return {digits.data(), end};
 }
 
+void check(HRESULT result) {
+    if (FAILED(result)) {
+        throw base::RuntimeError(base::error::kInternalError);
+    }
+}
+
+std::wstring toWide(const Bstr& text) {
+    return {text.get(), SysStringLen(text.get())};
+}
+
 struct LibraryFacts {
     std::wstring id;
     std::wstring version;
@@ -37,15 +50,30 @@ struct LibraryFacts {
 
 LibraryFacts factsOf(ITypeLib& library) {
     TLIBATTR* attributes = nullptr;
-    Bstr description;
-    if (FAILED(library.GetLibAttr(&attributes)) ||
-        FAILED(library.GetDocumentation(-1, nullptr, description.out(), nullptr, nullptr))) {
-        throw base::RuntimeError(base::error::kInternalError);
-    }
+    check(library.GetLibAttr(&attributes));
     const auto release = [&](TLIBATTR* a) { library.ReleaseTLibAttr(a); };
     const std::unique_ptr<TLIBATTR, decltype(release)> owner(attributes, release);
+    Bstr description;
+    check(library.GetDocumentation(-1, nullptr, description.out(), nullptr, nullptr));
     return {textOf(attributes->guid), hexText(attributes->wMajorVerNum) + L"." + hexText(attributes->wMinorVerNum),
-            hexText(attributes->lcid), std::wstring(description.get(), SysStringLen(description.get()))};
+            hexText(attributes->lcid), toWide(description)};
+}
+
+struct InterfaceFacts {
+    std::wstring id;
+    std::wstring name;
+    const wchar_t* marshaller;
+};
+
+InterfaceFacts factsOf(ITypeInfo& info) {
+    TYPEATTR* attributes = nullptr;
+    check(info.GetTypeAttr(&attributes));
+    const auto release = [&](TYPEATTR* a) { info.ReleaseTypeAttr(a); };
+    const std::unique_ptr<TYPEATTR, decltype(release)> owner(attributes, release);
+    Bstr name;
+    check(info.GetDocumentation(MEMBERID_NIL, name.out(), nullptr, nullptr, nullptr));
+    const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
+    return {textOf(attributes->guid), toWide(name), isDual ? kDualMarshaller : kDispatchMarshaller};
 }
 
 std::wstring folderOf(const std::wstring& path) {
@@ -72,16 +100,28 @@ void addClass(RegistryEntries& all, const CreatableClass& c, const std::wstring&
     all.ownedKeys.push_back(classKey);
 }
 
-void addInterface(RegistryEntries& all, const CreatableClass& c, const LibraryFacts& library) {
-    const std::wstring key = L"Interface\\" + textOf(c.defaultInterface);
+void addInterface(RegistryEntries& all, const InterfaceFacts& facts, const LibraryFacts& library) {
+    const std::wstring key = L"Interface\\" + facts.id;
     const auto add = [&](const std::wstring& subkey, const wchar_t* name, std::wstring value) {
         all.entries.push_back({RegistryPart::TypeLibrary, key + subkey, name, std::move(value)});
     };
-    add(L"", nullptr, c.interfaceName);
-    add(L"\\ProxyStubClsid32", nullptr, kTypeLibraryMarshaller);
+    add(L"", nullptr, facts.name);
+    add(L"\\ProxyStubClsid32", nullptr, facts.marshaller);
     add(L"\\TypeLib", nullptr, library.id);
     add(L"\\TypeLib", L"Version", library.version);
     all.ownedKeys.push_back(key);
+}
+
+void addInterfaces(RegistryEntries& all, ITypeLib& library, const LibraryFacts& facts) {
+    for (UINT i = 0; i < library.GetTypeInfoCount(); ++i) {
+        TYPEKIND kind{};
+        check(library.GetTypeInfoType(i, &kind));
+        if (kind == TKIND_DISPATCH) { // dual interfaces count as these
+            Microsoft::WRL::ComPtr<ITypeInfo> info;
+            check(library.GetTypeInfo(i, &info));
+            addInterface(all, factsOf(*info.Get()), facts);
+        }
+    }
 }
 
 void addLibrary(RegistryEntries& all, const std::wstring& path, const LibraryFacts& library) {
@@ -107,9 +147,7 @@ RegistryEntries registryEntries(const std::wstring& path, ITypeLib& library) {
     for (const CreatableClass& creatable : creatableClasses()) {
         addClass(all, creatable, path, facts);
     }
-    for (const CreatableClass& creatable : creatableClasses()) {
-        addInterface(all, creatable, facts);
-    }
+    addInterfaces(all, library, facts);
     addLibrary(all, path, facts);
     return all;
 }

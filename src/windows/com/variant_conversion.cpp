@@ -123,7 +123,7 @@ void toVariant(const base::Variant& value, ScopedVariant& result) {
         void operator()(base::Empty) const {}
         void operator()(base::Null) const { V_VT(&out) = VT_NULL; }
         void operator()(bool flag) const {
-            V_BOOL(&out) = flag ? VARIANT_TRUE : VARIANT_FALSE;
+            V_BOOL(&out) = toVariantBool(flag);
             V_VT(&out) = VT_BOOL;
         }
         void operator()(std::int32_t number) const {

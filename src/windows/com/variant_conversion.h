@@ -9,6 +9,10 @@
 
 namespace windows::com {
 
+[[nodiscard]] constexpr VARIANT_BOOL toVariantBool(bool flag) noexcept {
+    return flag ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
 // Owns a VARIANT and what it holds.
 class ScopedVariant {
 public:

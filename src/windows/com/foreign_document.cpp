@@ -1,0 +1,78 @@
+#include "windows/com/foreign_document.h"
+
+#include "base/runtime_error.h"
+#include "windows/com/dispatch_object.h"
+#include "windows/com/own_node.h"
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+namespace windows::com {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+ports::LateBoundObject& objectIn(const base::Variant& value) {
+    const auto* const object = std::get_if<base::ObjectRef>(&value);
+    if (object == nullptr && !std::holds_alternative<base::Empty>(value) &&
+        !std::holds_alternative<base::Null>(value)) {
+        throw base::RuntimeError(base::error::kTypeMismatch);
+    }
+    if (object == nullptr || *object == nullptr) {
+        throw base::RuntimeError(base::error::kObjectNotSet);
+    }
+    return **object;
+}
+
+void setAttribute(const base::Variant& element, std::string_view name, std::string_view value) {
+    objectIn(element).call("setAttribute", {std::string(name), std::string(value)});
+}
+
+bool isBlank(std::string_view text) {
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+} // namespace
+
+std::shared_ptr<xml::XmlDocument> ForeignDocument::read() const {
+    const std::string text = base::toText(m_object->get("xml"));
+    auto copy = std::make_shared<xml::XmlDocument>();
+    if (!isBlank(text) && !copy->loadXml(text)) {
+        throw base::RuntimeError(base::error::kUnspecified, copy->parseError());
+    }
+    return copy;
+}
+
+void ForeignDocument::write(const xml::XmlDocument& content) const {
+    const base::Variant taken = m_object->call("loadXML", {content.xml()});
+    // Such objects call an empty text a failure, although it leaves them as empty as they should be.
+    if (taken == base::Variant(false) && content.rootView()) {
+        throw base::RuntimeError(base::error::kUnspecified, "The host's document does not take the XML");
+    }
+}
+
+void ForeignDocument::setRootAttribute(std::string_view name, std::string_view value) {
+    setAttribute(m_object->get("documentElement"), name, value);
+}
+
+void ForeignDocument::setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) {
+    const base::Variant commands = m_object->call("selectNodes", {std::string("//command")});
+    setAttribute(objectIn(commands).call("item", {static_cast<std::int32_t>(command)}), name, value);
+}
+
+HostDocument fromHost(IDispatch* object) {
+    if (object == nullptr) {
+        return {};
+    }
+    const ComPtr<IDispatch> dispatch(object);
+    ComPtr<OwnDocument> own;
+    if (SUCCEEDED(dispatch.As(&own))) {
+        return {own->document(), nullptr};
+    }
+    auto original = std::make_unique<ForeignDocument>(std::make_shared<DispatchObject>(dispatch));
+    auto copy = original->read();
+    return {std::move(copy), std::move(original)};
+}
+
+} // namespace windows::com
