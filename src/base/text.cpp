@@ -172,6 +172,19 @@ std::string upperCase(std::string_view utf8) {
     return out;
 }
 
+bool equalInUpperCase(std::string_view a, std::string_view b) {
+    const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+    std::size_t i = 0;
+    while (i < a.size() && i < b.size() && isAscii(a[i]) && isAscii(b[i])) {
+        if (upper(a[i]) != upper(b[i])) {
+            return false;
+        }
+        ++i;
+    }
+    return (i == a.size() && i == b.size()) || upperCase(a.substr(i)) == upperCase(b.substr(i));
+}
+
 std::string_view trim(std::string_view text) noexcept {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) {

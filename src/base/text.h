@@ -26,6 +26,8 @@ namespace base {
 // Simple one-to-one Unicode upper case, independent of the user's locale (so the same in Turkey): "e acute" becomes
 // "E acute", sharp s and dotless i stay as they are.
 [[nodiscard]] std::string upperCase(std::string_view utf8);
+// The same as comparing both in upper case, without the copies for plain text.
+[[nodiscard]] bool equalInUpperCase(std::string_view a, std::string_view b);
 
 // Without leading and trailing blanks (U+0020 only; tabs and no-break blanks stay).
 [[nodiscard]] std::string_view trim(std::string_view text) noexcept;

@@ -3,8 +3,9 @@
 #include "base/text.h"
 #include "images/link_document.h"
 
+#include <algorithm>
 #include <string>
-#include <unordered_set>
+#include <string_view>
 #include <vector>
 
 namespace images {
@@ -13,19 +14,51 @@ namespace {
 // The first two of a group of equal links stay.
 constexpr std::size_t kKept = 2;
 
-bool isNamedAfterCode(const std::string& code, const std::string& file) {
-    return base::upperCase(file) == base::upperCase(code + ".JPG");
+bool isNamedAfterCode(std::string_view code, std::string_view file) {
+    constexpr std::string_view kEnding = ".JPG";
+    return file.size() >= kEnding.size() &&
+           base::equalInUpperCase(file.substr(file.size() - kEnding.size()), kEnding) &&
+           base::equalInUpperCase(file.substr(0, file.size() - kEnding.size()), code);
 }
 
 } // namespace
+
+// How far the walk over the root's children has come, in terms of the index's numbers.
+class LinkDocument::Passed {
+public:
+    explicit Passed(const LinkIndex& index) : m_index(index) {}
+
+    void pass(const xml::XmlNode& child) {
+        if (child.type() == xml::NodeType::Element) {
+            if (const auto number = m_index.number(xml::XmlDocument::toView(child))) {
+                m_end = std::max(m_end, *number + 1);
+            }
+        }
+    }
+    // Whether the walk has passed that child of the root; `next` is the first that it has not.
+    [[nodiscard]] bool contains(const xml::XmlNode& link, xml::XmlNode next) const {
+        if (const auto number = m_index.number(xml::XmlDocument::toView(link))) {
+            return *number < m_end;
+        }
+        // Without a code: only an expression with an apostrophe of its own finds such.
+        while (next && !(next == link)) {
+            next = next.nextSibling();
+        }
+        return !next;
+    }
+
+private:
+    const LinkIndex& m_index;
+    std::size_t m_end = 0;
+};
 
 // After a removal at or before the place of `current`, the list closes up and the next place holds a later child: as
 // many children are passed over as were removed there.
 void LinkDocument::cleanUp(const std::function<bool()>& proceed) {
     const xml::XmlNode root = m_document.documentElement();
-    std::unordered_set<const void*> passed;
+    Passed passed(index());
     for (xml::XmlNode current = root.firstChild(); current && proceed();) {
-        passed.insert(current.identity());
+        passed.pass(current);
         xml::XmlNode next = current.nextSibling();
         std::size_t closedUp = 0;
         if (current.type() == xml::NodeType::Element) {
@@ -35,21 +68,19 @@ void LinkDocument::cleanUp(const std::function<bool()>& proceed) {
                 detach(current);
                 ++closedUp;
             }
-            const std::vector<xml::XmlNode> equal = equalLinks(code, file);
-            for (std::size_t i = kKept; i < equal.size(); ++i) {
-                const xml::XmlNode& link = equal[i];
+            for (const xml::XmlNode& link : equalLinks(code, file, kKept)) {
                 if (link.parentNode() != root) {
                     continue; // only children of the root can be removed from it
                 }
+                closedUp += passed.contains(link, next) ? 1U : 0U;
                 if (link == next) {
                     next = next.nextSibling();
                 }
-                closedUp += passed.contains(link.identity()) ? 1U : 0U;
                 detach(link);
             }
         }
         for (; closedUp > 0 && next; --closedUp) {
-            passed.insert(next.identity());
+            passed.pass(next);
             next = next.nextSibling();
         }
         current = next;

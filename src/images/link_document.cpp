@@ -211,15 +211,22 @@ void LinkDocument::detach(xml::XmlNode node) {
     node.parentNode().removeChild(node);
 }
 
-std::vector<xml::XmlNode> LinkDocument::equalLinks(std::string_view code, std::string_view file) const {
+std::vector<xml::XmlNode> LinkDocument::equalLinks(std::string_view code, std::string_view file,
+                                                   std::size_t skipped) const {
     std::vector<xml::XmlNode> found;
     if (needsExpression(code) || needsExpression(file)) {
         const xml::XmlNodeList nodes = m_document.selectNodes(pairExpression("//p", code, file));
-        found.assign(nodes.begin(), nodes.end());
+        for (std::size_t i = skipped; i < nodes.size(); ++i) {
+            found.push_back(nodes[i]);
+        }
         return found;
     }
     index().forEach(code, file, [&](xml::ElementView link) {
-        found.push_back(m_document.toNode(link));
+        if (skipped > 0) {
+            --skipped;
+        } else {
+            found.push_back(m_document.toNode(link));
+        }
         return true;
     });
     return found;

@@ -105,8 +105,12 @@ public:
     [[nodiscard]] std::string xml() const { return m_document.xml(); }
 
 private:
+    class Passed; // of the clean-up
+
     [[nodiscard]] std::vector<std::string> filesOf(std::string_view code, bool deletedToo) const;
-    [[nodiscard]] std::vector<xml::XmlNode> equalLinks(std::string_view code, std::string_view file) const;
+    // Those after the first `skipped`, in document order.
+    [[nodiscard]] std::vector<xml::XmlNode> equalLinks(std::string_view code, std::string_view file,
+                                                       std::size_t skipped) const;
     void detach(xml::XmlNode node);
     [[nodiscard]] bool read(std::string& bytes);
     [[nodiscard]] bool load(std::string_view bytes);

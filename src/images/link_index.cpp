@@ -200,12 +200,17 @@ void LinkIndex::unchain(Slot slot, std::size_t chain) noexcept {
     place.previous = kNone;
 }
 
-void LinkIndex::drop(xml::ElementView link) {
+std::optional<std::size_t> LinkIndex::number(xml::ElementView link) const {
+    const Slot slot = slotOf(link);
+    return slot == kNone ? std::nullopt : std::optional<std::size_t>(slot);
+}
+
+LinkIndex::Slot LinkIndex::slotOf(xml::ElementView link) const {
     std::string codeScratch;
     std::string fileScratch;
     const std::optional<std::string_view> code = link.attribute("f1", codeScratch);
     if (!code) {
-        return;
+        return kNone;
     }
     const std::optional<std::string_view> file = link.attribute("f2", fileScratch);
     const Key key = file ? Key{Chain::CodeAndFile, *code, *file} : Key{Chain::Code, *code, {}};
@@ -213,7 +218,11 @@ void LinkIndex::drop(xml::ElementView link) {
     while (slot != kNone && !(m_entries[slot].link == link)) {
         slot = nextMatch(slot, key);
     }
-    if (slot != kNone) {
+    return slot;
+}
+
+void LinkIndex::drop(xml::ElementView link) {
+    if (const Slot slot = slotOf(link); slot != kNone) {
         unchain(slot, 0);
         unchain(slot, 1);
         m_entries[slot].link = {};

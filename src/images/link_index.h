@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -44,6 +45,9 @@ public:
         }
     }
 
+    // The link's number in document order among those entered, or none. Numbers stay as they are until the next add().
+    [[nodiscard]] std::optional<std::size_t> number(xml::ElementView link) const;
+
     [[nodiscard]] std::size_t memory() const noexcept; // bytes
 
 private:
@@ -75,6 +79,7 @@ private:
     [[nodiscard]] static bool matches(xml::ElementView link, const Key& key);
     [[nodiscard]] Slot first(const Key& key) const;
     [[nodiscard]] Slot nextMatch(Slot slot, const Key& key) const;
+    [[nodiscard]] Slot slotOf(xml::ElementView link) const;
     [[nodiscard]] Slot firstMatchFrom(Slot slot, const Key& key, Hash hash) const;
     [[nodiscard]] Slot& headOf(std::size_t chain, Hash hash) noexcept;
 
