@@ -39,17 +39,16 @@ bool isOdd(std::string_view name, std::string_view upper) {
 
 bool FolderFiles::list(ToolRun& run) {
     m_upperNames.clear();
-    m_known.clear();
+    m_upperShortNames.clear();
+    m_known.reset();
     bool goOn = true;
     std::size_t seen = 0;
     base::resumeNext([&] {
         m_fileSystem.listFolder(m_folder + "\\", [&](const ports::FolderEntry& entry) {
             if (!entry.isFolder) {
-                std::string upper = base::upperCase(entry.name);
-                m_known.insert(upper);
-                m_upperNames.push_back(std::move(upper));
+                m_upperNames.push_back(base::upperCase(entry.name));
                 if (!entry.shortName.empty()) {
-                    m_known.insert(base::upperCase(entry.shortName));
+                    m_upperShortNames.push_back(base::upperCase(entry.shortName));
                 }
             }
             goOn = ++seen % kYieldEvery != 0 || run.proceed();
@@ -62,9 +61,19 @@ bool FolderFiles::list(ToolRun& run) {
 bool FolderFiles::contains(std::string_view name) const {
     const std::string upper = base::upperCase(name);
     if (!isOdd(name, upper)) {
-        return m_known.contains(upper);
+        return known().contains(upper);
     }
     return !name.empty() && m_fileSystem.fileExists(m_folder + "\\" + std::string(name));
+}
+
+const std::unordered_set<std::string_view>& FolderFiles::known() const {
+    if (!m_known) {
+        m_known.emplace();
+        m_known->reserve(m_upperNames.size() + m_upperShortNames.size());
+        m_known->insert(m_upperNames.begin(), m_upperNames.end());
+        m_known->insert(m_upperShortNames.begin(), m_upperShortNames.end());
+    }
+    return *m_known;
 }
 
 } // namespace images

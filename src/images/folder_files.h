@@ -4,6 +4,7 @@
 #include "images/tool_run.h"
 #include "ports/file_system.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -32,8 +33,12 @@ public:
 private:
     ports::FileSystem& m_fileSystem;
     std::string m_folder;
+    [[nodiscard]] const std::unordered_set<std::string_view>& known() const;
+
     std::vector<std::string> m_upperNames;
-    std::unordered_set<std::string> m_known; // upper-cased long and short names
+    std::vector<std::string> m_upperShortNames;
+    // Views of both, made at the first question: not every tool asks.
+    mutable std::optional<std::unordered_set<std::string_view>> m_known;
 };
 
 } // namespace images

@@ -160,7 +160,8 @@ void PosixFileSystem::listFolder(std::string_view folder, const ports::EntryVisi
     }
     std::error_code failure;
     for (const auto& entry : std::filesystem::directory_iterator(name, failure)) {
-        if (!visit({entry.path().filename().string(), {}, entry.is_directory(failure)})) {
+        const std::string& path = entry.path().native();
+        if (!visit({path.substr(path.rfind('/') + 1), {}, entry.is_directory(failure)})) {
             return;
         }
     }
