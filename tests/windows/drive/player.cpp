@@ -145,10 +145,16 @@ void Player::stopwatch(Arguments arguments) {
     const auto now = std::chrono::steady_clock::now();
     if (arguments[0] == "start") {
         m_watch = now;
+        const HWND form = m_screen.form(m_form);
+        m_silence = form == nullptr ? nullptr : std::make_unique<Silence>(form);
         return;
     }
     const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(now - m_watch);
-    m_print(arguments[0] + ": " + std::to_string(elapsed.count()) + " ms");
+    std::string line = arguments[0] + ": " + std::to_string(elapsed.count()) + " ms";
+    if (const auto silence = std::exchange(m_silence, nullptr)) {
+        line += ", longest without an answer " + std::to_string(silence->longest().count()) + " ms";
+    }
+    m_print(line);
 }
 
 void Player::timeout(Arguments arguments) {

@@ -5,12 +5,14 @@
 #include "windows/drive/patience.h"
 #include "windows/drive/screen.h"
 #include "windows/drive/script.h"
+#include "windows/drive/silence.h"
 
 #include <windows.h>
 
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -92,6 +94,7 @@ private:
     Screen m_screen;
     std::string m_form;
     std::chrono::steady_clock::time_point m_watch = std::chrono::steady_clock::now();
+    std::unique_ptr<Silence> m_silence; // of the form that was current when the watch was started
 };
 
 } // namespace drive

@@ -53,7 +53,8 @@ constexpr auto kGrammar = std::to_array<Grammar>({
     {"pick-cancel", 0, 0, "pick-cancel", "cancels a file dialog"},
     {"wait-dialog", 1, 2, "wait-dialog file|input|box [SECONDS]", "waits for a dialog and leaves it open"},
     {"screenshot", 1, 1, "screenshot FILE.png", "saves a picture of the host's windows as they are on the screen"},
-    {"stopwatch", 1, 1, "stopwatch start|\"LABEL\"", "starts the clock, or prints the milliseconds since"},
+    {"stopwatch", 1, 1, "stopwatch start|\"LABEL\"",
+     "starts the clock, or prints the milliseconds since, and the form's longest silence"},
     {"timeout", 1, 1, "timeout SECONDS", "how long each later command may wait (10)"},
     {"note", 1, 1, "note \"TEXT\"", "prints the text"},
 });
