@@ -1,5 +1,6 @@
 // Automation values, run-time errors and error-ignoring routines.
 #include "base/date_time.h"
+#include "base/number.h"
 #include "base/resume_next.h"
 #include "base/runtime_error.h"
 #include "base/variant.h"
@@ -103,6 +104,32 @@ TEST(FileTimestamp, SortsByTimeOverEveryTurn) {
     clock.set({2028, 2, 28, 12, 30, 5});
     clock.advance(std::chrono::hours(24));
     EXPECT_EQ(fileTimestamp(clock.now()), "20280229_123005");
+}
+
+TEST(DateStamp, NamesADayOfTheCalendarAndNothingElse) {
+    const DateTime day{2024, 2, 29, 23, 59, 59};
+    EXPECT_EQ(dateStamp(day), "20240229");
+    EXPECT_EQ(dayOf("20240229"), dayOf(day));
+    EXPECT_EQ(dayOf("20240301"), dayOf(day) + std::chrono::days{1});
+    for (const char* const text :
+         {"", "2024022", "202402290", "20230229", "20241301", "20240100", "2024-229", " 2024229", "yyyyMMdd"}) {
+        EXPECT_EQ(dayOf(text), std::nullopt) << text;
+    }
+}
+
+TEST(Number, TextsThatAreDecimalNumbersAndOthers) {
+    struct Row {
+        std::string_view text;
+        std::optional<double> number;
+    };
+    const std::vector<Row> rows = {{"30", 30.0},          {" 8080 ", 8080.0},     {"-1.5", -1.5},
+                                   {"+2e3", 2000.0},      {"", std::nullopt},     {"x", std::nullopt},
+                                   {"30 days", {}},       {"1,5", std::nullopt},  {"0x10", std::nullopt},
+                                   {"inf", std::nullopt}, {"nan", std::nullopt},  {"1e999", std::nullopt},
+                                   {"+-1", std::nullopt}, {"\t30", std::nullopt}, {"3 0", std::nullopt}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(toNumber(row.text), row.number) << row.text;
+    }
 }
 
 } // namespace
