@@ -11,8 +11,10 @@ namespace entry {
 
 class HostGlobals {
 public:
-    // `object` may be null, as long as no host has given one.
-    explicit HostGlobals(base::ObjectRef object = {}) : m_object(std::move(object)) {}
+    // As long as no host has given one.
+    HostGlobals() = default;
+    // `object` may be null.
+    explicit HostGlobals(base::ObjectRef object) : m_object(std::move(object)) {}
 
     [[nodiscard]] explicit operator bool() const noexcept { return m_object != nullptr; }
 
