@@ -22,6 +22,9 @@ using Handler = std::function<void()>;
 class Label : public Control {
 public:
     using Control::Control;
+    // The form opens as high as the whole text needs, within the screen; for a label anchored to top and bottom.
+    bool growsForm = false;
+
     void setText(std::string_view text) { storeText(text); }
 };
 

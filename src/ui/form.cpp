@@ -36,6 +36,7 @@ void Form::showModal() {
     load();
     m_shown = true;
     try {
+        Form_Activate();
         m_desktop.showModal(*this);
     } catch (...) {
         m_shown = false;

@@ -27,7 +27,7 @@ public:
 
     // Runs Form_Load, once until the next unload.
     void load();
-    // Loads if need be, shows, and returns when hidden or unloaded. Raises 400 when it is shown already.
+    // Loads if need be, activates, shows, and returns when hidden or unloaded. Raises 400 when it is shown already.
     void showModal();
     // Ends showModal; the form stays loaded.
     void hide();
@@ -51,6 +51,8 @@ public:
 
 protected:
     virtual void Form_Load() {}
+    // Once per showing, before the form appears.
+    virtual void Form_Activate() {}
     // Setting the key to 0 swallows it.
     virtual void Form_KeyPress(char16_t& key) { static_cast<void>(key); }
     virtual void Form_CloseBox() { unload(); }

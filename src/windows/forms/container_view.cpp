@@ -145,6 +145,14 @@ void ContainerView::draw(const DRAWITEMSTRUCT& item) {
     }
 }
 
+int ContainerView::missingHeight() const {
+    int missing = 0;
+    for (const Entry& entry : m_entries) {
+        missing = std::max(missing, entry.peer->missingHeight());
+    }
+    return missing;
+}
+
 ControlPeer* ContainerView::peerOf(HWND window) const noexcept {
     for (const Entry& entry : m_entries) {
         if (entry.peer->window() == window) {

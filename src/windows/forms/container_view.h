@@ -40,6 +40,9 @@ public:
     void notify(NMHDR& header);
     void draw(const DRAWITEMSTRUCT& item);
 
+    // How much higher the dialog must be, for texts that must be seen in full.
+    [[nodiscard]] int missingHeight() const;
+
     // Null when the window is none of the controls', nor of those inside them.
     [[nodiscard]] ControlPeer* peerOf(HWND window) const noexcept;
     [[nodiscard]] ui::Control* controlOf(HWND window) const noexcept;

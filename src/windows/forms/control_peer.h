@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ui/control.h"
+#include "windows/adapters/handles.h"
 
 #include <cstdint>
 
@@ -49,6 +50,10 @@ public:
     virtual void fontChanged() {}
     // The window has another size.
     virtual void resized() {}
+    // How many pixels the window is too low for a text that must be seen in full.
+    [[nodiscard]] virtual int missingHeight() const { return 0; }
+    // Prepares a window that the platform draws, in its own or the control's back colour. Null: no colour is wanted.
+    [[nodiscard]] HBRUSH prepareColors(HDC device);
     // Owner-drawn windows only.
     virtual void draw(const DRAWITEMSTRUCT& item) { static_cast<void>(item); }
     // The controls inside, of a control that is a container itself; else null.
@@ -61,6 +66,7 @@ protected:
 private:
     HWND m_window;
     ui::Control& m_control;
+    UniqueBrush m_background; // of a colour that is none of the system's
 };
 
 } // namespace windows

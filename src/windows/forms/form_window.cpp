@@ -77,6 +77,7 @@ void FormWindow::show() {
         m_view->moveFocus(*focused);
     }
     flush();
+    growToTexts();
     m_visible = true;
     ShowWindow(handle(), SW_SHOW);
     SetForegroundWindow(handle());
@@ -121,7 +122,7 @@ bool FormWindow::preview(MSG& message) {
 // Return and Escape, before the dialog manager makes button clicks of them. A key held down since before this window
 // had the focus, say in a message box that it closed, repeats into this window and does not count.
 bool FormWindow::previewKeyDown(const MSG& message) noexcept {
-    m_fedKey = 0;
+    m_fedKey.reset();
     if (!isFormKey(message.wParam)) {
         return false;
     }
@@ -159,7 +160,7 @@ bool FormWindow::pressInside(HWND focus) noexcept {
 
 bool FormWindow::previewCharacter(MSG& message) noexcept {
     const auto key = static_cast<char16_t>(message.wParam);
-    if (std::exchange(m_fedKey, u'\0') == key) {
+    if (std::exchange(m_fedKey, std::nullopt) == key) {
         return false;
     }
     if (isFormKey(key) && (message.lParam & kRepeated) != 0) {
@@ -258,23 +259,30 @@ INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
             m_view->notify(*reinterpret_cast<NMHDR*>(lParam));
         }
         return TRUE;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORLISTBOX:
+        if (ControlPeer* const peer = m_view->peerOf(reinterpret_cast<HWND>(lParam))) {
+            return reinterpret_cast<INT_PTR>(peer->prepareColors(reinterpret_cast<HDC>(wParam)));
+        }
+        return FALSE;
     case WM_DRAWITEM: m_view->draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
     case WM_SIZE:
         if (wParam != SIZE_MINIMIZED) {
             m_view->resized();
         }
         return TRUE;
-    case WM_GETMINMAXINFO: {
-        const SIZE minimum = m_view->layout().minimumWindowSize();
-        auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
-        limits.ptMinTrackSize = {minimum.cx, minimum.cy};
-        limits.ptMaxTrackSize = {std::max(limits.ptMaxTrackSize.x, minimum.cx),
-                                 std::max(limits.ptMaxTrackSize.y, minimum.cy)};
-        return TRUE;
-    }
+    case WM_GETMINMAXINFO: limitSize(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
     case kDpiChanged: resolutionChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); return TRUE;
     default: return FALSE;
     }
+}
+
+void FormWindow::limitSize(MINMAXINFO& limits) const {
+    const SIZE minimum = m_view->layout().minimumWindowSize();
+    limits.ptMinTrackSize = {minimum.cx, minimum.cy};
+    limits.ptMaxTrackSize = {std::max(limits.ptMaxTrackSize.x, minimum.cx),
+                             std::max(limits.ptMaxTrackSize.y, minimum.cy)};
 }
 
 // Not smaller than the design: the system's proposal counts on a title bar that is scaled too, which it is not with the
@@ -285,6 +293,24 @@ void FormWindow::resolutionChanged(UINT dpi, const RECT& place) {
     SetWindowPos(handle(), nullptr, place.left, place.top, std::max(place.right - place.left, minimum.cx),
                  std::max(place.bottom - place.top, minimum.cy), SWP_NOZORDER | SWP_NOACTIVATE);
     m_view->resized();
+    growToTexts();
+}
+
+// Around the same middle, as far as the screen goes.
+void FormWindow::growToTexts() {
+    const int missing = m_view->missingHeight();
+    if (missing == 0) {
+        return;
+    }
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(handle(), MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& screen = monitor.rcWork;
+    RECT place{};
+    GetWindowRect(handle(), &place);
+    const LONG height = std::min(place.bottom - place.top + missing, screen.bottom - screen.top);
+    const LONG top = std::clamp(place.top - missing / 2, screen.top, screen.bottom - height);
+    SetWindowPos(handle(), nullptr, place.left, top, place.right - place.left, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 // Older systems lay a template out for the main monitor, wherever the window opens; and no system makes a window that

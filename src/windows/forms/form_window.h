@@ -12,6 +12,7 @@
 
 #include <exception>
 #include <memory>
+#include <optional>
 
 #include <windows.h>
 
@@ -55,8 +56,10 @@ private:
 
     static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     [[nodiscard]] INT_PTR handle(UINT message, WPARAM wParam, LPARAM lParam);
+    void limitSize(MINMAXINFO& limits) const;
     void resolutionChanged(UINT dpi, const RECT& place);
     void fitToDesign();
+    void growToTexts();
 
     [[nodiscard]] bool previewKeyDown(const MSG& message) noexcept;
     [[nodiscard]] bool previewCharacter(MSG& message) noexcept;
@@ -85,7 +88,7 @@ private:
     HWND m_previousActive = nullptr;
     HWND m_focus = nullptr;
     std::exception_ptr m_error;
-    char16_t m_fedKey = 0; // seen by the form on the key's way down; its character is not to be seen again
+    std::optional<char16_t> m_fedKey; // seen by the form on the key's way down; its character is not to be seen again
     bool m_captionDirty = true;
     bool m_visible = false;
 };

@@ -8,7 +8,12 @@ namespace windows {
 
 class LabelPeer final : public ControlPeer {
 public:
-    LabelPeer(HWND window, ui::Label& label) noexcept : ControlPeer(window, label) {}
+    LabelPeer(HWND window, ui::Label& label) noexcept : ControlPeer(window, label), m_label(label) {}
+
+    [[nodiscard]] int missingHeight() const override;
+
+private:
+    ui::Label& m_label;
 };
 
 } // namespace windows

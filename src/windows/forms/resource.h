@@ -70,3 +70,22 @@
 #define IDC_ucSendReceive_barProgress 1405
 #define IDC_ucSendReceive_cmdOK 1406
 #define IDC_ucSendReceive_cmdCancel 1407
+
+#define IDD_frmLogin 150
+#define IDC_frmLogin_lblLabels0 1500
+#define IDC_frmLogin_txtUserName 1501
+#define IDC_frmLogin_lblLabels1 1502
+#define IDC_frmLogin_txtPassword 1503
+#define IDC_frmLogin_chChangePassword 1504
+#define IDC_frmLogin_lblLabels2 1505
+#define IDC_frmLogin_tnewpassword 1506
+#define IDC_frmLogin_lblLabels3 1507
+#define IDC_frmLogin_tverifypassword 1508
+#define IDC_frmLogin_cmdOK 1509
+#define IDC_frmLogin_cmdCancel 1510
+
+#define IDD_frmMsgBox 160
+#define IDC_frmMsgBox_lblMessage 1600
+#define IDC_frmMsgBox_cmdButton1 1601
+#define IDC_frmMsgBox_cmdButton2 1602
+#define IDC_frmMsgBox_cmdButton3 1603

@@ -57,6 +57,9 @@ INT_PTR CALLBACK UserControlPeer::dialogProc(HWND window, UINT message, WPARAM w
     case WM_COMMAND:
     case WM_NOTIFY:
     case WM_DRAWITEM: SendMessageW(GetParent(window), message, wParam, lParam); return TRUE;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORLISTBOX: return SendMessageW(GetParent(window), message, wParam, lParam);
     case WM_SIZE: self->m_view->resized(); return TRUE;
     default: return FALSE;
     }

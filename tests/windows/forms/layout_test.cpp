@@ -1,5 +1,8 @@
 // Every dialog template with its form's real texts: bound, nothing clipped, nothing overlapping, at any resolution.
+#include "fakes/fake_data_protection.h"
 #include "images/frmBrowseGeneral.h"
+#include "login/frmLogin.h"
+#include "login/frmMsgBox.h"
 #include "windows/forms/device_context.h"
 #include "windows/forms/dpi.h"
 #include "windows/forms/image_manager.h"
@@ -70,7 +73,8 @@ void expectTextsFit(const ui::Form& form, UINT dpi) {
         }
         const bool label = dynamic_cast<const ui::Label*>(&control) != nullptr;
         const bool wraps = label || dynamic_cast<const ui::PictureBox*>(&control) != nullptr;
-        const SIZE text = textSize(placed, wraps ? DT_WORDBREAK : DT_SINGLELINE);
+        const bool wrapsWords = wraps && (GetWindowLongW(placed.window, GWL_STYLE) & SS_EDITCONTROL) != 0;
+        const SIZE text = textSize(placed, wraps ? DT_WORDBREAK | (wrapsWords ? DT_EDITCONTROL : 0U) : DT_SINGLELINE);
         const SIZE extra = ornaments(control);
         const LONG width = text.cx + windows::scale(extra.cx, dpi, windows::kBaseDpi);
         const LONG height = text.cy + windows::scale(extra.cy, dpi, windows::kBaseDpi);
@@ -155,6 +159,40 @@ TEST_F(LayoutTest, TheInputBox) {
     windows::InputBox box(desktop, "Enter a description", "Description", "");
     person.then([&] { expectGoodLayoutEverywhere(box); }).press(VK_RETURN);
     box.showModal();
+}
+
+TEST_F(LayoutTest, TheLoginForm) {
+    fakes::FakeDataProtection protection;
+    login::frmLogin login({desktop, settings, protection, clock});
+    login.UserName = "4711";
+    person.then([&] { expectGoodLayoutEverywhere(login); }).press(VK_RETURN);
+    login.showModal();
+}
+
+TEST_F(LayoutTest, TheMessageFormGrowsUntilTheWholeMessageIsSeen) {
+    login::frmMsgBox box(desktop);
+    const std::string longLine = "Could not connect to your supplier, please dial up to the internet manually, then "
+                                 "try send/receive again";
+    const std::string unbroken = "[https://supplier.example/" + std::string(300, 'w') + "]";
+    LONG height = 0; // of the message before
+    for (const std::string& text : {std::string("Short."), longLine + "\r\n\r\n(" + longLine + ")",
+                                    longLine + "\r\n" + unbroken + longLine + longLine + longLine + longLine}) {
+        box.load();
+        box.lblMessage.setText(text);
+        box.cmdButton1.setText("Cancel");
+        box.cmdButton2.setText("Dial Settings");
+        box.cmdButton3.setText("User Settings");
+        person
+            .then([&] {
+                RECT place{};
+                GetWindowRect(formWindow("frmMsgBox"), &place);
+                EXPECT_GE(place.bottom - place.top, height);
+                height = place.bottom - place.top;
+                expectGoodLayoutEverywhere(box);
+            })
+            .press(VK_ESCAPE);
+        box.showModal();
+    }
 }
 
 TEST_F(LayoutTest, RunsAtTheResolutionThatWasAskedFor) {
