@@ -2,8 +2,10 @@
 #pragma once
 
 #include "images/frmQVI_Images.h"
+#include "login/frmLogin.h"
 #include "ports/clock.h"
 #include "ports/code_page.h"
+#include "ports/data_protection.h"
 #include "ports/file_system.h"
 #include "ports/picture_decoder.h"
 #include "ports/settings.h"
@@ -22,13 +24,17 @@ struct Environment {
     ports::Clock& clock;
     ports::PictureDecoder& pictures;
     ports::CodePage& ansi;
+    ports::DataProtection& protection;
 
     // The current image manager form with the host's values in its variables. All clsQVI_Link objects share it: it is
     // filled by either Show method, and released only at the end of ShowForm.
-    std::shared_ptr<images::frmQVI_Images> imageManager;
+    std::shared_ptr<images::frmQVI_Images> imageManager = nullptr;
+
+    // The one login form of the process: what the user entered lives on from run to run.
+    login::frmLogin login{{desktop, settings, protection, clock}};
 
     // Set while a Show method runs, on whatever thread.
-    std::atomic_flag showing;
+    std::atomic_flag showing = {};
 };
 
 } // namespace entry

@@ -7,7 +7,7 @@
 
 namespace sendreceive {
 
-// The control works on a copy of the document; what it writes there it also writes here, right after. Both methods
+// The control works on a copy of the document; what it writes there it also writes here, right after. All methods
 // raise what the host's object raises.
 class HostCommandDocument {
 public:
@@ -17,6 +17,7 @@ public:
     virtual ~HostCommandDocument() = default;
 
     virtual void setRootAttribute(std::string_view name, std::string_view value) = 0;
+    virtual void removeRootAttribute(std::string_view name) = 0;
     // `command` counts the document's "//command" elements, from 0.
     virtual void setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) = 0;
 };

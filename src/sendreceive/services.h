@@ -1,6 +1,7 @@
 // What the send/receive side works with.
 #pragma once
 
+#include "login/frmLogin.h"
 #include "ports/clock.h"
 #include "ports/code_page.h"
 #include "ports/file_system.h"
@@ -18,6 +19,7 @@ struct Services {
     ports::Clock& clock;
     ports::CodePage& ansi;
     ports::PictureDecoder& pictures;
+    login::frmLogin& login;
 };
 
 } // namespace sendreceive

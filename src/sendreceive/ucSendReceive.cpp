@@ -1,12 +1,17 @@
 #include "sendreceive/ucSendReceive.h"
 
 #include "base/runtime_error.h"
+#include "base/text.h"
+#include "entry/host_account.h"
 #include "entry/host_globals.h"
+#include "entry/modStyles.h"
 #include "sendreceive/command_list.h"
 #include "ui/form.h"
 #include "ui/report_errors.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <optional>
 #include <utility>
 
 namespace sendreceive {
@@ -150,7 +155,21 @@ void ucSendReceive::UserControl_SetImage(const std::string& file) {
 }
 
 void ucSendReceive::Setcolors() {
-    notInThisVersion();
+    reportErrors("Setcolors", [&] {
+        const auto paint = [host = globals()](std::string_view option, std::initializer_list<ui::Control*> controls) {
+            const std::optional<std::string> name = host.option(option);
+            for (ui::Control* const control : name ? controls : std::initializer_list<ui::Control*>{}) {
+                // An unknown name leaves the colour as it is.
+                const ui::Color now = control->backColor().value_or(ui::color::kLight3d);
+                const auto color = static_cast<ui::Color>(entry::colorFromName(*name, static_cast<std::int32_t>(now)));
+                if (color != now) {
+                    control->setBackColor(color);
+                }
+            }
+        };
+        paint("FrameColor", {&barProgress});
+        paint("ButtonColor", {&cmdOK, &cmdCancel});
+    });
 }
 
 void ucSendReceive::SetHTTPSettings() {
@@ -160,7 +179,42 @@ void ucSendReceive::SetHTTPSettings() {
 void ucSendReceive::WriteSingleLog(const std::string&, bool) {}
 
 bool ucSendReceive::logIn() {
-    return true;
+    login::frmLogin& form = m_services.login;
+    const entry::HostGlobals host = globals();
+    form.UserName = host.text("gProfileNumber");
+    form.host = {host, entry::HostAccount(host, Account)};
+    form.OKPressed = false;
+    form.load();
+    form.showModal();
+    if (form.OKPressed) {
+        writePassword(base::upperCase(form.Password), base::upperCase(form.NewPassword));
+    }
+    form.unload();
+    form.host = {}; // the host's objects must not live as long as the form
+    return form.OKPressed;
+}
+
+// A new password of an earlier run must not go out again.
+void ucSendReceive::writePassword(const std::string& password, const std::string& newPassword) {
+    if (!m_commands) {
+        throw base::RuntimeError(base::error::kObjectNotSet);
+    }
+    setRootAttribute("password", password);
+    if (!newPassword.empty()) {
+        setRootAttribute("newpassword", newPassword);
+    } else if (m_commands->documentElement().hasAttribute("newpassword")) {
+        m_commands->documentElement().removeAttribute("newpassword");
+        if (m_hostCommands) {
+            m_hostCommands->removeRootAttribute("newpassword");
+        }
+    }
+}
+
+void ucSendReceive::setRootAttribute(std::string_view name, const std::string& value) {
+    m_commands->documentElement().setAttribute(name, value);
+    if (m_hostCommands) {
+        m_hostCommands->setRootAttribute(name, value);
+    }
 }
 
 void ucSendReceive::advise(Events& listener) {

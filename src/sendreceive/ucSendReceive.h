@@ -107,6 +107,7 @@ private:
     // Steps of a run. False: the person gave up.
     [[nodiscard]] bool logIn();
     void writePassword(const std::string& password, const std::string& newPassword);
+    void setRootAttribute(std::string_view name, const std::string& value);
     void setBusy(bool busy);
 
     void fire(const std::function<void(Events&)>& event);

@@ -5,6 +5,7 @@
 #include "windows/adapters/ansi_code_page.h"
 #include "windows/adapters/local_clock.h"
 #include "windows/adapters/registry_settings.h"
+#include "windows/adapters/user_data_protection.h"
 #include "windows/adapters/wic_picture_decoder.h"
 #include "windows/adapters/windows_file_system.h"
 #include "windows/com/module.h"
@@ -33,7 +34,8 @@ private:
     LocalClock m_clock;
     WicPictureDecoder m_pictures;
     AnsiCodePage m_ansi;
-    entry::Environment m_environment{m_desktop, m_fileSystem, m_settings, m_clock, m_pictures, m_ansi, {}, {}};
+    UserDataProtection m_protection;
+    entry::Environment m_environment{m_desktop, m_fileSystem, m_settings, m_clock, m_pictures, m_ansi, m_protection};
 };
 
 } // namespace windows

@@ -225,6 +225,15 @@ void XmlNode::setAttribute(std::string_view name, std::string_view value) {
     memory.check();
 }
 
+void XmlNode::removeAttribute(std::string_view name) {
+    requireNode(m_node);
+    if (!isElement(m_node)) {
+        raiseInvalidCall();
+    }
+    const std::string key(name);
+    xmlUnsetProp(m_node, reinterpret_cast<const xmlChar*>(key.c_str()));
+}
+
 XmlNode XmlNode::selectSingleNode(std::string_view expression) const {
     return selectNodes(expression)[0];
 }

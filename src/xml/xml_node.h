@@ -87,6 +87,9 @@ public:
     // cannot hold, raises 5; so does a node that is no element. Nothing is changed then.
     void setAttribute(std::string_view name, std::string_view value);
 
+    // An element without the attribute stays as it is; a node that is no element raises 5.
+    void removeAttribute(std::string_view name);
+
     // XPath 1.0 with this node as the context; matches in document order. An expression that does not compile, fails or
     // gives no nodes but a value raises base::error::kUnspecified with the library's text. From no node: no match.
     [[nodiscard]] XmlNode selectSingleNode(std::string_view expression) const;

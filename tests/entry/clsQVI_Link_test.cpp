@@ -5,6 +5,7 @@
 #include "entry/environment.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_code_page.h"
+#include "fakes/fake_data_protection.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_picture_decoder.h"
@@ -35,7 +36,8 @@ protected:
     fakes::FakeClock clock;
     fakes::FakePictureDecoder pictures;
     fakes::FakeCodePage ansi;
-    entry::Environment environment{desktop, files, settings, clock, pictures, ansi, nullptr, {}};
+    fakes::FakeDataProtection protection;
+    entry::Environment environment{desktop, files, settings, clock, pictures, ansi, protection};
     entry::clsQVI_Link link{environment};
 };
 

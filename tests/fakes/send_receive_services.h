@@ -3,6 +3,7 @@
 
 #include "fakes/fake_clock.h"
 #include "fakes/fake_code_page.h"
+#include "fakes/fake_data_protection.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_picture_decoder.h"
@@ -18,7 +19,9 @@ struct SendReceiveServices {
     FakeClock clock;
     FakeCodePage ansi;
     FakePictureDecoder pictures;
-    sendreceive::Services all{desktop, files, settings, clock, ansi, pictures};
+    FakeDataProtection protection;
+    login::frmLogin login{{desktop, settings, protection, clock}};
+    sendreceive::Services all{desktop, files, settings, clock, ansi, pictures, login};
 };
 
 } // namespace fakes

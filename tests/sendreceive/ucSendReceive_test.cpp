@@ -156,6 +156,59 @@ TEST_F(ucSendReceiveTest, TellsThatThePersonCancels) {
     control->cmdCancel.userClick();
 }
 
+// What OK does until the login is over, seen in the command document.
+TEST_F(ucSendReceiveTest, OkAsksForThePasswordAndPutsItIntoTheDocument) {
+    constexpr std::string_view kNotYet = "The exchange with the supplier is not part of this version.";
+    const auto okWith = [&](const std::string& password, const std::string& newPassword) {
+        services.desktop.whenShown("frmLogin", [&, password, newPassword] {
+            login::frmLogin& form = services.login;
+            EXPECT_EQ(form.txtUserName.text(), "1001");
+            EXPECT_FALSE(control->cmdOK.enabled());
+            EXPECT_FALSE(control->lvCommands.enabled());
+            form.txtPassword.userText(password);
+            if (!newPassword.empty()) {
+                form.chChangePassword.userClick();
+                form.tnewpassword.userText(newPassword);
+                form.tverifypassword.userText(newPassword);
+            }
+            password.empty() ? form.cmdCancel.userClick() : form.cmdOK.userClick();
+        });
+        if (!password.empty()) {
+            services.desktop.whenAsked(kNotYet);
+        }
+        control->cmdOK.userClick();
+        EXPECT_TRUE(control->cmdOK.enabled());
+        EXPECT_TRUE(control->lvCommands.enabled());
+        return control->domCommands()->xml();
+    };
+    load("<commands profile='1001'/>");
+    EXPECT_EQ(okWith("", ""), "<commands profile=\"1001\"/>");
+    EXPECT_EQ(okWith("a/>\"b", "new"), "<commands profile=\"1001\" password=\"A/&gt;&quot;B\" newpassword=\"NEW\"/>");
+    EXPECT_EQ(okWith("c", ""), "<commands profile=\"1001\" password=\"C\"/>");
+    EXPECT_EQ(host.use_count(), 2) << "the login form holds on to the host's object";
+
+    control->bLoginNotRequired = true;
+    services.desktop.whenAsked(kNotYet);
+    control->cmdOK.userClick();
+    EXPECT_EQ(control->domCommands()->xml(), "<commands profile=\"1001\" password=\"C\"/>");
+}
+
+TEST_F(ucSendReceiveTest, TakesItsColoursFromTheHost) {
+    std::string answer = "lightgreen";
+    host->addMethod("GetValue", [&](const auto& arguments) {
+        return base::toText(arguments.front()) == "FrameColor" ? base::Variant(answer) : base::Variant("NOT_FOUND");
+    });
+    control->Setcolors();
+    EXPECT_EQ(control->barProgress.backColor(), 0xC0FFC0U);
+    EXPECT_EQ(control->cmdOK.backColor(), std::nullopt);
+    answer = "Orange"; // not one that we know
+    control->Setcolors();
+    EXPECT_EQ(control->barProgress.backColor(), 0xC0FFC0U);
+    services.desktop.whenAsked("Error in Setcolors:Overflow");
+    host->failOn("GetValue", base::error::kOverflow);
+    control->Setcolors();
+}
+
 TEST_F(ucSendReceiveTest, AListenerMayLeaveAndLetGoOfTheControl) {
     Listener second;
     control->advise(second);

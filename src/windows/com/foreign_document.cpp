@@ -56,6 +56,10 @@ void ForeignDocument::setRootAttribute(std::string_view name, std::string_view v
     setAttribute(m_object->get("documentElement"), name, value);
 }
 
+void ForeignDocument::removeRootAttribute(std::string_view name) {
+    objectIn(m_object->get("documentElement")).call("removeAttribute", {std::string(name)});
+}
+
 void ForeignDocument::setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) {
     const base::Variant commands = m_object->call("selectNodes", {std::string("//command")});
     setAttribute(objectIn(commands).call("item", {static_cast<std::int32_t>(command)}), name, value);

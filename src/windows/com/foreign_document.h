@@ -16,9 +16,9 @@
 
 namespace windows::com {
 
-// Reached late-bound, by the conventional names: xml, loadXML, documentElement, selectNodes, item, setAttribute. Every
-// method raises what the object raises, 438 for an object that lacks the member, 13 for one that answers with something
-// else, and 91 where there is no such node.
+// Reached late-bound, by the conventional names: xml, loadXML, documentElement, selectNodes, item, setAttribute,
+// removeAttribute. Every method raises what the object raises, 438 for an object that lacks the member, 13 for one that
+// answers with something else, and 91 where there is no such node.
 class ForeignDocument final : public sendreceive::HostCommandDocument {
 public:
     // `object` is not null.
@@ -32,6 +32,7 @@ public:
     void write(const xml::XmlDocument& content) const;
 
     void setRootAttribute(std::string_view name, std::string_view value) override;
+    void removeRootAttribute(std::string_view name) override;
     void setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) override;
 
 private:
