@@ -261,6 +261,9 @@ void ucSendReceive::setBusy(bool busy) {
     m_busy = busy;
     cmdOK.setEnabled(!busy);
     lvCommands.setEnabled(!busy);
+    if (!busy) {
+        setFocus(lvCommands); // where it was, before it went to Cancel
+    }
 }
 
 bool ucSendReceive::reportErrors(std::string_view routine, const std::function<void()>& body) {

@@ -26,6 +26,11 @@ public:
     }
 
 protected:
+    void setFocus(Control& control) {
+        if (observer() != nullptr) {
+            observer()->focusMoved(control);
+        }
+    }
     // Setting the key to 0 swallows it.
     virtual void UserControl_KeyPress(char16_t& key) { static_cast<void>(key); }
 

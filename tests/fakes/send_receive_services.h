@@ -12,8 +12,13 @@
 
 namespace fakes {
 
-struct SendReceiveServices {
-    FakeDesktop desktop;
+// `Desktop` is a fake or a real one.
+template <typename Desktop>
+struct SendReceiveServicesOn {
+    template <typename... Arguments>
+    explicit SendReceiveServicesOn(Arguments... arguments) : desktop(arguments...) {}
+
+    Desktop desktop;
     FakeFileSystem files;
     FakeSettings settings;
     FakeClock clock;
@@ -23,5 +28,7 @@ struct SendReceiveServices {
     login::frmLogin login{{desktop, settings, protection, clock}};
     sendreceive::Services all{desktop, files, settings, clock, ansi, pictures, login};
 };
+
+using SendReceiveServices = SendReceiveServicesOn<FakeDesktop>;
 
 } // namespace fakes

@@ -60,7 +60,7 @@ void ContainerView::refuseUnboundWindows(std::string_view name) const {
 void ContainerView::setDpi(UINT dpi) {
     m_layout.setDpi(dpi);
     for (const Entry& entry : m_entries) {
-        entry.peer->fontChanged();
+        entry.peer->fontChanged(dpi);
     }
 }
 

@@ -46,8 +46,8 @@ public:
     virtual void command(WORD notification) { static_cast<void>(notification); }
     // What the window told its dialog with WM_NOTIFY. May run handlers, as command().
     virtual void notify(NMHDR& header) { static_cast<void>(header); }
-    // The window has another font, because the resolution changed.
-    virtual void fontChanged() {}
+    // The window has another font, because it is laid out for this resolution now.
+    virtual void fontChanged(UINT dpi) { static_cast<void>(dpi); }
     // The window has another size.
     virtual void resized() {}
     // How many pixels the window is too low for a text that must be seen in full.

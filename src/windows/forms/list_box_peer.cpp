@@ -72,7 +72,7 @@ void ListBoxPeer::append() {
     setExtent(extent);
 }
 
-void ListBoxPeer::fontChanged() {
+void ListBoxPeer::fontChanged(UINT /*dpi*/) {
     const WindowDeviceContext device(window());
     int extent = 0;
     for (std::size_t index = 0; index < m_shown; ++index) {

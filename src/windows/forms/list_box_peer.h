@@ -16,7 +16,7 @@ public:
 
     void update(Aspects aspects) override;
     void command(WORD notification) override;
-    void fontChanged() override;
+    void fontChanged(UINT dpi) override;
 
 private:
     void updateItems();

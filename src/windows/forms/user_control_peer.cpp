@@ -1,8 +1,8 @@
 #include "windows/forms/user_control_peer.h"
 
 #include "base/runtime_error.h"
+#include "windows/forms/common_controls.h"
 #include "windows/forms/control_ids.h"
-#include "windows/forms/dpi.h"
 
 #include <string>
 
@@ -13,6 +13,7 @@ namespace {
 HWND replace(HWND placeholder, const ui::UserControl& control, DLGPROC proc) {
     const HWND form = GetParent(placeholder);
     auto* const module = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(form, GWLP_HINSTANCE));
+    const CommonControlsScope styles(module);
     const HWND child = CreateDialogParamW(module, MAKEINTRESOURCEW(formId(control.name())), form, proc, 0);
     if (child == nullptr) {
         throw base::RuntimeError(base::error::kInternalError, "No window for the control " +
@@ -43,8 +44,8 @@ UserControlPeer::~UserControlPeer() {
     SetWindowLongPtrW(window(), DWLP_USER, 0); // the window itself goes with the form's
 }
 
-void UserControlPeer::fontChanged() {
-    m_view->setDpi(dpiOf(window()));
+void UserControlPeer::fontChanged(UINT dpi) {
+    m_view->setDpi(dpi);
     m_view->layout().arrange();
 }
 

@@ -18,7 +18,7 @@ public:
     ~UserControlPeer() override;
 
     [[nodiscard]] ContainerView* content() noexcept override { return m_view.get(); }
-    void fontChanged() override;
+    void fontChanged(UINT dpi) override;
 
 private:
     void controlChanged(ui::Control& control, ui::Aspect aspect) noexcept override { m_view->mark(control, aspect); }

@@ -1,8 +1,9 @@
 // Every dialog template with its form's real texts: bound, nothing clipped, nothing overlapping, at any resolution.
-#include "fakes/fake_data_protection.h"
+#include "fakes/send_receive_services.h"
 #include "images/frmBrowseGeneral.h"
 #include "login/frmLogin.h"
 #include "login/frmMsgBox.h"
+#include "sendreceive_form/frmQVI_sendreceive.h"
 #include "windows/forms/device_context.h"
 #include "windows/forms/dpi.h"
 #include "windows/forms/image_manager.h"
@@ -19,22 +20,31 @@ using LayoutTest = ImageManagerTest;
 using windows::windowText;
 
 struct Placed {
+    const ui::Control* control;
     std::string name;
     HWND window;
-    RECT rect; // in the form's client area
-    bool frame;
+    RECT rect;  // in the form's client area
+    bool frame; // other controls are inside
 };
+
+void addControls(const ui::Container& container, std::string_view name, HWND form, std::vector<Placed>& placed) {
+    for (const ui::Control* const control : container.controls()) {
+        const HWND window = test::control(name, control->name());
+        RECT rect{};
+        GetWindowRect(window, &rect);
+        MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&rect), 2);
+        const auto* const site = dynamic_cast<const ui::UserControlSite*>(control);
+        const bool frame = site != nullptr || dynamic_cast<const ui::Frame*>(control) != nullptr;
+        placed.push_back({control, std::string(control->name()), window, rect, frame});
+        if (site != nullptr) {
+            addControls(site->content(), site->content().name(), form, placed);
+        }
+    }
+}
 
 std::vector<Placed> controlsOf(const ui::Form& form) {
     std::vector<Placed> placed;
-    for (const ui::Control* const control : form.controls()) {
-        const HWND window = test::control(form.name(), control->name());
-        RECT rect{};
-        GetWindowRect(window, &rect);
-        MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&rect), 2);
-        placed.push_back(
-            {std::string(control->name()), window, rect, dynamic_cast<const ui::Frame*>(control) != nullptr});
-    }
+    addControls(form, form.name(), formWindow(form.name()), placed);
     return placed;
 }
 
@@ -66,9 +76,10 @@ SIZE ornaments(const ui::Control& control) {
 
 void expectTextsFit(const ui::Form& form, UINT dpi) {
     for (const Placed& placed : controlsOf(form)) {
-        const ui::Control& control = *form.find(placed.name);
+        const ui::Control& control = *placed.control;
         if (dynamic_cast<const ui::ListBox*>(&control) != nullptr ||
-            dynamic_cast<const ui::ComboBox*>(&control) != nullptr) {
+            dynamic_cast<const ui::ComboBox*>(&control) != nullptr ||
+            dynamic_cast<const ui::ListView*>(&control) != nullptr) {
             continue; // scroll
         }
         const bool label = dynamic_cast<const ui::Label*>(&control) != nullptr;
@@ -167,6 +178,17 @@ TEST_F(LayoutTest, TheLoginForm) {
     login.UserName = "4711";
     person.then([&] { expectGoodLayoutEverywhere(login); }).press(VK_RETURN);
     login.showModal();
+}
+
+TEST_F(LayoutTest, TheSendReceiveWindow) {
+    fakes::SendReceiveServicesOn<windows::WindowsDesktop> services(GetModuleHandleW(nullptr));
+    sendreceive::frmQVI_sendreceive window(services.all, {"1001", "C:\\QV\\", "Shop", "http://supplier/"});
+    window.load();
+    window.engine().cAlternate.setVisible(true);
+    window.engine().cDownloadFiles.setVisible(true);
+    window.engine().lProgress.setText("Collecting product group information, please wait");
+    person.then([&] { expectGoodLayoutEverywhere(window); }).press(VK_ESCAPE);
+    window.showModal();
 }
 
 TEST_F(LayoutTest, TheMessageFormGrowsUntilTheWholeMessageIsSeen) {

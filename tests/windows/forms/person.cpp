@@ -32,6 +32,25 @@ BOOL CALLBACK match(HWND window, LPARAM parameter) {
     return FALSE;
 }
 
+struct ControlSearch {
+    int id;
+    HWND found;
+};
+
+BOOL CALLBACK matchId(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<ControlSearch*>(parameter);
+    if (GetDlgCtrlID(window) != search.id) {
+        return TRUE;
+    }
+    search.found = window;
+    return FALSE;
+}
+
+BOOL CALLBACK searchInside(HWND window, LPARAM parameter) {
+    EnumChildWindows(window, matchId, parameter);
+    return reinterpret_cast<ControlSearch*>(parameter)->found == nullptr ? TRUE : FALSE;
+}
+
 HWND findWindow(std::wstring className) {
     Search search{std::move(className), nullptr};
     EnumThreadWindows(GetCurrentThreadId(), match, reinterpret_cast<LPARAM>(&search));
@@ -124,8 +143,14 @@ HWND formWindow(std::string_view form) {
     return findWindow(windows::toWide(std::string(windows::kFormClassPrefix) + std::string(form)));
 }
 
+// A user control has no window at the top: its controls are inside some form's.
 HWND control(std::string_view form, std::string_view name) {
-    return GetDlgItem(formWindow(form), windows::controlId(form, name));
+    ControlSearch search{windows::controlId(form, name), nullptr};
+    if (const HWND window = formWindow(form)) {
+        return GetDlgItem(window, search.id);
+    }
+    EnumThreadWindows(GetCurrentThreadId(), searchInside, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 HWND systemDialog() {
