@@ -2,7 +2,10 @@
 // Real: windows/com, over the host's document object.
 #pragma once
 
+#include "xml/xml_document.h"
+
 #include <cstddef>
+#include <memory>
 #include <string_view>
 
 namespace sendreceive {
@@ -15,6 +18,9 @@ public:
     HostCommandDocument(const HostCommandDocument&) = delete;
     HostCommandDocument& operator=(const HostCommandDocument&) = delete;
     virtual ~HostCommandDocument() = default;
+
+    // A copy of what the document holds now: the host may have filled it after it handed it over.
+    [[nodiscard]] virtual std::shared_ptr<xml::XmlDocument> read() const = 0;
 
     virtual void setRootAttribute(std::string_view name, std::string_view value) = 0;
     virtual void removeRootAttribute(std::string_view name) = 0;

@@ -94,6 +94,9 @@ void ucSendReceive::LoadCommands() {
         const std::string service = host.text("gWebService");
         cAlternate.setVisible(!service.empty() &&
                               !m_services.settings.get(host.text("gSettingString"), service, "AltURL").empty());
+        if (m_hostCommands) {
+            m_commands = m_hostCommands->read();
+        }
         if (!m_commands) {
             throw base::RuntimeError(base::error::kObjectNotSet);
         }

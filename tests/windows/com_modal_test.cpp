@@ -77,7 +77,7 @@ TEST(ModalHost, ASecondFormIsRefusedAndAnOpenOneKeepsItsObjectAlive) {
 
 // Closes whatever the component shows in another process.
 void closeForms() {
-    for (const wchar_t* windowClass : {L"QVI_frmQVI_Images", L"#32770"}) {
+    for (const wchar_t* windowClass : {L"QVI_frmQVI_Images", L"QVI_frmQVI_sendreceive", L"#32770"}) {
         HWND window = FindWindowW(windowClass, nullptr);
         if (window != nullptr && IsWindowVisible(window)) {
             PostMessageW(window, WM_CLOSE, 0, 0);

@@ -50,9 +50,10 @@ std::vector<std::string> membersOf(ITypeInfo& info, const TYPEATTR& attributes) 
     for (UINT i = 0; i < attributes.cFuncs; ++i) {
         FUNCDESC* function = nullptr;
         info.GetFuncDesc(i, &function);
-        const char* kind = function->invkind == INVOKE_PROPERTYGET   ? "get "
-                           : function->invkind == INVOKE_PROPERTYPUT ? "put "
-                                                                     : "call ";
+        const char* kind = function->invkind == INVOKE_PROPERTYGET      ? "get "
+                           : function->invkind == INVOKE_PROPERTYPUT    ? "put "
+                           : function->invkind == INVOKE_PROPERTYPUTREF ? "putref "
+                                                                        : "call ";
         members.push_back(kind + nameOf(info, function->memid) + " " + std::to_string(function->memid) + " @" +
                           std::to_string(static_cast<std::size_t>(function->oVft) / sizeof(void*)));
         info.ReleaseFuncDesc(function);
@@ -134,6 +135,41 @@ TEST_F(TypeLibrary, InterfacesKeepTheirIdentifiersFlagsAndSlots) {
           "get childNodes 5 @12", "call selectSingleNode 6 @13", "call selectNodes 7 @14", "call appendChild 8 @15",
           "call removeChild 9 @16", "get documentElement 10 @17", "call createElement 11 @18", "call loadXML 12 @19",
           "call load 13 @20", "call save 14 @21"}},
+        {"_ucSendReceive",
+         __uuidof(_ucSendReceive),
+         "{E2B79CE8-AF6D-4C2A-B798-7AC06BDC39D7}",
+         {"get domCommands 1 @7",
+          "put domCommands 1 @8",
+          "putref domCommands 1 @9",
+          "get Globals 2 @10",
+          "put Globals 2 @11",
+          "putref Globals 2 @12",
+          "get sWebAddress 3 @13",
+          "put sWebAddress 3 @14",
+          "get bLoginNotRequired 4 @15",
+          "put bLoginNotRequired 4 @16",
+          "get gUsingAlternate 5 @17",
+          "put gUsingAlternate 5 @18",
+          "get Account 6 @19",
+          "put Account 6 @20",
+          "putref Account 6 @21",
+          "call SetDownloadVisible 7 @22",
+          "call LoadfrmDial 8 @23",
+          "call DownloadFile 9 @24",
+          "call SendReceive 10 @25",
+          "call LoadCommands 11 @26",
+          "call SetMessage 12 @27",
+          "call SetProgressBar 13 @28",
+          "call SetProgressBarMax 14 @29",
+          "call SetProgressBarMinimum 15 @30",
+          "call DownloadUpgrade 16 @31",
+          "call DisconnectFromInternet 17 @32",
+          "call Setcolors 18 @33",
+          "call UserControl_SetImage 19 @34",
+          "call CheckForFileDownloads 20 @35",
+          "call RunSetup 21 @36",
+          "call SetHTTPSettings 22 @37",
+          "call WriteSingleLog 23 @38"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -163,6 +199,7 @@ TEST_F(TypeLibrary, ClassesAreCreatableWithTheirDefaultInterface) {
     const std::pair<CLSID, const char*> classes[] = {
         {__uuidof(clsQVI_Link), "{163D87C8-36B0-481C-873F-8AEDC4846B6A}"},
         {__uuidof(clsQVI_Globals), "{B7432407-26C8-4C9D-A338-DA4A68149CD8}"},
+        {__uuidof(ucSendReceive), "{09989595-8470-4B41-9273-E1F56ACD064B}"},
     };
     for (const auto& [clsid, guid] : classes) {
         ComPtr<ITypeInfo> info;
@@ -175,6 +212,23 @@ TEST_F(TypeLibrary, ClassesAreCreatableWithTheirDefaultInterface) {
         EXPECT_EQ(info->GetImplTypeFlags(0, &flags), S_OK);
         EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT);
     }
+}
+
+TEST_F(TypeLibrary, EventsKeepTheirNumbersAndTheControlIsTheirSource) {
+    ComPtr<ITypeInfo> events;
+    ASSERT_EQ(library->GetTypeInfoOfGuid(__uuidof(__ucSendReceive), &events), S_OK);
+    const Attributes attributes(events);
+    EXPECT_EQ(textOf(attributes.value->guid), "{51757839-AEAB-4367-9539-2B6FF3BEACF7}");
+    EXPECT_EQ(membersOf(*events.Get(), *attributes.value),
+              (std::vector<std::string>{"call DownloadComplete 1 @0", "call DownloadStart 2 @0", "call Cancelled 3 @0",
+                                        "call SendReceiveCompleted 4 @0", "call CloseQuorVantis 5 @0",
+                                        "call OpenfrmOptions 6 @0", "call RegisterServer 7 @0",
+                                        "call UnregisterServer 8 @0"}));
+    ComPtr<ITypeInfo> control;
+    ASSERT_EQ(library->GetTypeInfoOfGuid(__uuidof(ucSendReceive), &control), S_OK);
+    INT flags = 0;
+    EXPECT_EQ(control->GetImplTypeFlags(1, &flags), S_OK);
+    EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
 }
 
 } // namespace

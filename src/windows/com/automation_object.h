@@ -83,12 +83,19 @@ protected:
         return guarded(__uuidof(Dual), std::forward<Body>(body));
     }
 
-    // The body of a method with one result, which `make` gives: a text or an object.
+    // The body of a method with one result, which `make` gives: a text, a Boolean or an object.
     template <typename Make>
     HRESULT give(BSTR* value, Make&& make) noexcept {
         return run([&] {
             BSTR& result = target(value);
             result = newBstr(make());
+        });
+    }
+    template <typename Make>
+    HRESULT give(VARIANT_BOOL* value, Make&& make) noexcept {
+        return run([&] {
+            VARIANT_BOOL& result = target(value);
+            result = toVariantBool(make());
         });
     }
     template <typename Interface, typename Make>
@@ -107,7 +114,7 @@ protected:
         return run([&] { property = fromBstr(value); });
     }
     HRESULT get(bool property, VARIANT_BOOL* value) noexcept {
-        return run([&] { target(value) = toVariantBool(property); });
+        return give(value, [&] { return property; });
     }
     HRESULT put(bool& property, VARIANT_BOOL value) noexcept {
         property = value != VARIANT_FALSE;

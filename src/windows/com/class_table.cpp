@@ -5,6 +5,7 @@
 #include "windows/com/clsQVI_Link_object.h"
 #include "windows/com/error_boundary.h"
 #include "windows/com/quorvantisimage.h"
+#include "windows/com/ucSendReceive_object.h"
 
 #include <wrl/client.h>
 
@@ -28,6 +29,8 @@ std::span<const CreatableClass> creatableClasses() noexcept {
          createObject<LinkObject>},
         {__uuidof(::clsQVI_Globals), L"QuorvantisImage.clsQVI_Globals", L"QuorvantisImage.clsQVI_Globals",
          createObject<GlobalsObject>},
+        {__uuidof(::ucSendReceive), L"QuorvantisImage.ucSendReceive", L"QuorvantisImage.ucSendReceive",
+         createObject<SendReceiveObject>},
     };
     return kClasses;
 }

@@ -8,6 +8,8 @@
 #include <dispex.h>
 
 #include <cstddef>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace windows::com {
@@ -106,6 +108,18 @@ base::Variant DispatchObject::call(std::string_view method, const std::vector<ba
         return valueOf(asProperty);
     }
     return valueOf(outcome);
+}
+
+base::ObjectRef toObjectRef(ComPtr<IDispatch> dispatch) {
+    return dispatch ? std::make_shared<DispatchObject>(std::move(dispatch)) : nullptr;
+}
+
+ComPtr<IDispatch> toDispatch(const base::ObjectRef& object) {
+    const auto* const host = dynamic_cast<const DispatchObject*>(object.get());
+    if (object != nullptr && host == nullptr) {
+        throw base::RuntimeError(base::error::kTypeMismatch);
+    }
+    return host == nullptr ? nullptr : host->dispatch();
 }
 
 } // namespace windows::com

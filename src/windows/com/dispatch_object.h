@@ -29,4 +29,9 @@ private:
     Microsoft::WRL::ComPtr<IDispatch> m_dispatch;
 };
 
+// An automation object for the core, and the way back; null for Nothing. An object that did not come from a host raises
+// 13 on the way back.
+[[nodiscard]] base::ObjectRef toObjectRef(Microsoft::WRL::ComPtr<IDispatch> dispatch);
+[[nodiscard]] Microsoft::WRL::ComPtr<IDispatch> toDispatch(const base::ObjectRef& object);
+
 } // namespace windows::com

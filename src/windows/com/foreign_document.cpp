@@ -74,7 +74,7 @@ HostDocument fromHost(IDispatch* object) {
     if (SUCCEEDED(dispatch.As(&own))) {
         return {own->document(), nullptr};
     }
-    auto original = std::make_unique<ForeignDocument>(std::make_shared<DispatchObject>(dispatch));
+    auto original = std::make_unique<ForeignDocument>(toObjectRef(dispatch));
     auto copy = original->read();
     return {std::move(copy), std::move(original)};
 }

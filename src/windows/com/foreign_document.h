@@ -24,9 +24,9 @@ public:
     // `object` is not null.
     explicit ForeignDocument(base::ObjectRef object) noexcept : m_object(std::move(object)) {}
 
-    // A copy of what the document holds now. Text that is not well-formed raises base::error::kUnspecified with the
-    // reason; an empty document has an empty copy.
-    [[nodiscard]] std::shared_ptr<xml::XmlDocument> read() const;
+    // Text that is not well-formed raises base::error::kUnspecified with the reason; an empty document has an empty
+    // copy.
+    [[nodiscard]] std::shared_ptr<xml::XmlDocument> read() const override;
 
     // Makes the document hold what `content` holds. Raises base::error::kUnspecified when it refuses.
     void write(const xml::XmlDocument& content) const;

@@ -43,12 +43,11 @@ base::Variant fromSignedByte(CHAR value) {
 }
 
 base::Variant fromObject(IUnknown* object) {
-    if (object == nullptr) {
-        return base::ObjectRef();
-    }
     ComPtr<IDispatch> dispatch;
-    check(object->QueryInterface(IID_PPV_ARGS(&dispatch)));
-    return std::make_shared<DispatchObject>(std::move(dispatch));
+    if (object != nullptr) {
+        check(object->QueryInterface(IID_PPV_ARGS(&dispatch)));
+    }
+    return toObjectRef(std::move(dispatch));
 }
 
 base::Variant fromDate(DATE value) {
@@ -139,12 +138,7 @@ void toVariant(const base::Variant& value, ScopedVariant& result) {
             V_VT(&out) = VT_BSTR;
         }
         void operator()(const base::ObjectRef& object) const {
-            const auto* host = dynamic_cast<const DispatchObject*>(object.get());
-            if (object != nullptr && host == nullptr) {
-                failConversion();
-            }
-            ComPtr<IDispatch> dispatch = host == nullptr ? nullptr : host->dispatch();
-            V_DISPATCH(&out) = dispatch.Detach();
+            V_DISPATCH(&out) = toDispatch(object).Detach();
             V_VT(&out) = VT_DISPATCH;
         }
     };

@@ -1,5 +1,7 @@
 #include "windows/com/xml_document_object.h"
 
+#include "windows/com/adopt.h"
+
 namespace windows::com {
 
 HRESULT XmlDocumentObject::get_documentElement(::_XmlNode** value) noexcept {
@@ -11,21 +13,20 @@ HRESULT XmlDocumentObject::createElement(BSTR name, ::_XmlNode** value) noexcept
 }
 
 HRESULT XmlDocumentObject::loadXML(BSTR text, VARIANT_BOOL* value) noexcept {
-    return run([&] {
-        VARIANT_BOOL& result = target(value);
-        result = toVariantBool(m_document->loadXml(fromBstr(text)));
-    });
+    return give(value, [&] { return m_document->loadXml(fromBstr(text)); });
 }
 
 HRESULT XmlDocumentObject::load(BSTR path, VARIANT_BOOL* value) noexcept {
-    return run([&] {
-        VARIANT_BOOL& result = target(value);
-        result = toVariantBool(m_document->load(m_fileSystem.readFile(fromBstr(path))));
-    });
+    return give(value, [&] { return m_document->load(m_fileSystem.readFile(fromBstr(path))); });
 }
 
 HRESULT XmlDocumentObject::save(BSTR path) noexcept {
     return run([&] { m_fileSystem.replaceFile(fromBstr(path), m_document->xml()); });
+}
+
+Microsoft::WRL::ComPtr<::_XmlDocument> makeXmlDocument(std::shared_ptr<xml::XmlDocument> document,
+                                                       ports::FileSystem& fileSystem) {
+    return document ? adopt<::_XmlDocument>(new XmlDocumentObject(std::move(document), fileSystem)) : nullptr;
 }
 
 } // namespace windows::com

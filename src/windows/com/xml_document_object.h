@@ -31,4 +31,8 @@ private:
     ports::FileSystem& m_fileSystem;
 };
 
+// Nothing (null) for no document. `fileSystem` outlives the object.
+[[nodiscard]] Microsoft::WRL::ComPtr<::_XmlDocument> makeXmlDocument(std::shared_ptr<xml::XmlDocument> document,
+                                                                     ports::FileSystem& fileSystem);
+
 } // namespace windows::com

@@ -1,0 +1,225 @@
+#include "windows/com/ucSendReceive_object.h"
+
+#include "entry/QVI_global.h"
+#include "windows/app.h"
+#include "windows/com/adopt.h"
+#include "windows/com/dispatch_object.h"
+#include "windows/com/enumerator.h"
+#include "windows/com/foreign_document.h"
+#include "windows/com/picture_object.h"
+#include "windows/com/xml_document_object.h"
+
+#include <olectl.h>
+
+#include <utility>
+
+namespace windows::com {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+// The largest picture worth keeping; pixels.
+constexpr int kPictureExtent = 512;
+
+bool toBool(VARIANT_BOOL flag) noexcept {
+    return flag != VARIANT_FALSE;
+}
+
+// What an argument by reference stands for; Nothing where the caller gave no place.
+IDispatch* valueOf(IDispatch* const* argument) noexcept {
+    return argument == nullptr ? nullptr : *argument;
+}
+
+void replace(BSTR& text, const std::string& utf8) {
+    BSTR const fresh = newBstr(utf8);
+    SysFreeString(std::exchange(text, fresh));
+}
+
+} // namespace
+
+SendReceiveObject::SendReceiveObject() : SendReceiveObject(entry::sendReceiveServices(App::instance().environment())) {}
+
+SendReceiveObject::SendReceiveObject(const sendreceive::Services& services)
+    : m_fileSystem(services.fileSystem),
+      m_control(sendreceive::ucSendReceive::create(services)),
+      m_connections(adopt(new ConnectionPoint(__uuidof(::__ucSendReceive), *this))),
+      m_events(static_cast<::_ucSendReceive&>(*this), *m_connections.Get(), m_fileSystem) {
+    // A host without an XML library of its own fills this one.
+    const auto empty = std::make_shared<xml::XmlDocument>();
+    m_domCommands = makeXmlDocument(empty, m_fileSystem);
+    m_control->setDomCommands(empty);
+    m_control->advise(m_events);
+}
+
+SendReceiveObject::~SendReceiveObject() {
+    m_control->unadvise(m_events);
+    m_connections->close();
+}
+
+HRESULT SendReceiveObject::get_domCommands(IDispatch** value) noexcept {
+    return give(value, [&] { return ComPtr<IDispatch>(m_domCommands); });
+}
+
+HRESULT SendReceiveObject::put_domCommands(IDispatch* value) noexcept {
+    return run([&] {
+        HostDocument given = fromHost(value);
+        m_control->setDomCommands(std::move(given.document), std::move(given.original));
+        m_domCommands = value;
+    });
+}
+
+HRESULT SendReceiveObject::getObject(const base::ObjectRef& property, IDispatch** value) noexcept {
+    return give(value, [&] { return toDispatch(property); });
+}
+
+HRESULT SendReceiveObject::putObject(base::ObjectRef& property, IDispatch* value) noexcept {
+    return run([&] { property = toObjectRef(value); });
+}
+
+HRESULT SendReceiveObject::SetDownloadVisible(VARIANT_BOOL visible) noexcept {
+    return run([&] { m_control->SetDownloadVisible(toBool(visible)); });
+}
+
+HRESULT SendReceiveObject::LoadfrmDial(VARIANT_BOOL dialMode, VARIANT_BOOL* value) noexcept {
+    return give(value, [&] { return m_control->LoadfrmDial(toBool(dialMode)); });
+}
+
+HRESULT SendReceiveObject::DownloadFile(BSTR url, BSTR localFile, VARIANT_BOOL* value) noexcept {
+    return give(value, [&] { return m_control->DownloadFile(fromBstr(url), fromBstr(localFile)); });
+}
+
+HRESULT SendReceiveObject::SendReceive(BSTR* url, BSTR method, IDispatch** results, IDispatch* request, IDispatch*,
+                                       BSTR localFile, VARIANT_BOOL dontLoadResults, VARIANT_BOOL forceDownload,
+                                       VARIANT_BOOL* value) noexcept {
+    return give(value, [&] {
+        if (url == nullptr || results == nullptr) {
+            failNullPointer();
+        }
+        HostDocument answer = fromHost(*results);
+        if (!answer.document) {
+            answer.document = std::make_shared<xml::XmlDocument>();
+        }
+        std::string address = fromBstr(*url);
+        const bool succeeded =
+            m_control->SendReceive(address, fromBstr(method), answer.document, fromHost(request).document,
+                                   fromBstr(localFile), toBool(dontLoadResults), toBool(forceDownload));
+        replace(*url, address);
+        if (answer.original) {
+            answer.original->write(*answer.document);
+        } else if (*results == nullptr) {
+            *results = makeXmlDocument(answer.document, m_fileSystem).Detach();
+        }
+        return succeeded;
+    });
+}
+
+HRESULT SendReceiveObject::LoadCommands() noexcept {
+    return run([&] { m_control->LoadCommands(); });
+}
+
+HRESULT SendReceiveObject::SetMessage(BSTR text) noexcept {
+    return run([&] { m_control->SetMessage(fromBstr(text)); });
+}
+
+HRESULT SendReceiveObject::SetProgressBar(LONG value) noexcept {
+    return run([&] { m_control->SetProgressBar(value); });
+}
+
+HRESULT SendReceiveObject::SetProgressBarMax() noexcept {
+    return run([&] { m_control->SetProgressBarMax(); });
+}
+
+HRESULT SendReceiveObject::SetProgressBarMinimum() noexcept {
+    return run([&] { m_control->SetProgressBarMinimum(); });
+}
+
+HRESULT SendReceiveObject::DownloadUpgrade(IDispatch** doc, BSTR folderName, BSTR rootPath,
+                                           VARIANT_BOOL* value) noexcept {
+    return give(value, [&] {
+        return m_control->DownloadUpgrade(fromHost(valueOf(doc)).document, fromBstr(folderName), fromBstr(rootPath));
+    });
+}
+
+HRESULT SendReceiveObject::DisconnectFromInternet() noexcept {
+    return run([&] { m_control->DisconnectFromInternet(); });
+}
+
+HRESULT SendReceiveObject::Setcolors() noexcept {
+    return run([&] { m_control->Setcolors(); });
+}
+
+HRESULT SendReceiveObject::UserControl_SetImage(VARIANT picture) noexcept {
+    return run([&] {
+        ScopedVariant value;
+        static_cast<void>(VariantCopyInd(&value.get(), &picture)); // what cannot be copied is no picture
+        switch (V_VT(&value.get())) {
+        case VT_BSTR: m_control->UserControl_SetImage(fromBstr(V_BSTR(&value.get()))); break;
+        case VT_DISPATCH:
+        case VT_UNKNOWN: m_control->UserControl_SetImage(pixelsOf(V_UNKNOWN(&value.get()), kPictureExtent)); break;
+        default: m_control->UserControl_SetImage(std::shared_ptr<const base::Picture>());
+        }
+    });
+}
+
+HRESULT SendReceiveObject::CheckForFileDownloads(IDispatch* results, VARIANT_BOOL doDownloads, BSTR dataFolder,
+                                                 VARIANT_BOOL forceDownload, VARIANT_BOOL* value) noexcept {
+    return give(value, [&] {
+        return m_control->CheckForFileDownloads(fromHost(results).document, toBool(doDownloads), fromBstr(dataFolder),
+                                                toBool(forceDownload));
+    });
+}
+
+HRESULT SendReceiveObject::RunSetup(VARIANT) noexcept {
+    return run([&] { m_control->RunSetup(); });
+}
+
+HRESULT SendReceiveObject::SetHTTPSettings() noexcept {
+    return run([&] { m_control->SetHTTPSettings(); });
+}
+
+HRESULT SendReceiveObject::WriteSingleLog(BSTR text, VARIANT_BOOL restart) noexcept {
+    return run([&] { m_control->WriteSingleLog(fromBstr(text), toBool(restart)); });
+}
+
+HRESULT SendReceiveObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
+    return give(points, [&] {
+        const auto fill = [only = m_connections](std::size_t, IConnectionPoint*& item) {
+            item = ComPtr<IConnectionPoint>(only).Detach();
+        };
+        return adopt<IEnumConnectionPoints>(new Enumerator<IEnumConnectionPoints, IConnectionPoint*>(1, fill));
+    });
+}
+
+HRESULT SendReceiveObject::FindConnectionPoint(REFIID events, IConnectionPoint** point) noexcept {
+    if (point == nullptr) {
+        return E_POINTER;
+    }
+    *point = nullptr;
+    return events == __uuidof(::__ucSendReceive) ? m_connections.CopyTo(point) : CONNECT_E_NOCONNECTION;
+}
+
+HRESULT SendReceiveObject::GetClassInfo(ITypeInfo** info) noexcept {
+    if (info == nullptr) {
+        return E_POINTER;
+    }
+    *info = nullptr;
+    ComPtr<ITypeInfo> found;
+    const HRESULT result = loadTypeInfo(__uuidof(::ucSendReceive), found);
+    return FAILED(result) ? result : found.CopyTo(info);
+}
+
+HRESULT SendReceiveObject::GetGUID(DWORD kind, GUID* guid) noexcept {
+    if (guid == nullptr) {
+        return E_POINTER;
+    }
+    const bool isSource = kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID;
+    *guid = isSource ? __uuidof(::__ucSendReceive) : GUID_NULL;
+    return isSource ? S_OK : E_INVALIDARG;
+}
+
+void* SendReceiveObject::find(REFIID iid) noexcept {
+    // The second generation of this interface contains the first.
+    return iid == IID_IProvideClassInfo ? static_cast<IProvideClassInfo*>(this) : AutomationObject::find(iid);
+}
+
+} // namespace windows::com
