@@ -103,6 +103,26 @@ TEST_F(Control, WhatIsNoDocumentIsRefusedAndTheOldOneStays) {
     EXPECT_EQ(after, before);
 }
 
+TEST_F(Control, ErrorsOfTheHostsObjectsAreShownInTheirWords) {
+    const auto fake = contracts::makeFakeHostObject();
+    fake->addProperty("gSettingString", std::string("Shop"));
+    fake->addProperty("gWebService", std::string("Supplier"));
+    fake->addProperty("xml", std::string("<c/>"));
+    const auto host = makeHostObject(fake, {L"gSettingString", L"gWebService", L"xml"});
+    object->put_Globals(host.Get());
+    ASSERT_EQ(object->put_domCommands(host.Get()), S_OK);
+    const auto expectBox = [&](const std::string& description) {
+        services.desktop.whenAsked("Error in LoadCommands:" + description);
+        EXPECT_EQ(object->LoadCommands(), S_OK);
+    };
+    fake->addProperty("xml", base::Null{});
+    expectBox("Invalid use of Null");
+    fake->failOn("xml", 1234);
+    expectBox("Host says no");
+    fake->failOn("gSettingString", 1234);
+    expectBox("Host says no");
+}
+
 TEST_F(Control, PicturesAreObjectsOrFilesAndAnythingElseClearsThem) {
     services.pictures.add("C:\\logo.png", 30, 20);
     VARIANT value;

@@ -50,5 +50,39 @@ TEST(ScriptHost, FindsTheClassesWhileTheSystemsToolHasThemRegistered) {
     EXPECT_EQ(runScriptHost(L"hosts\\every_property.js").output.find("END"), std::string::npos);
 }
 
+TEST(ScriptHost, VbScriptUsesTheControlAndItsXmlObjects) {
+    const Registered registered;
+    const HostRun run = runScriptHost(L"hosts\\xml_objects.vbs");
+    EXPECT_EQ(run.exitCode, 0U);
+    EXPECT_EQ(run.output, "create: no error\n"
+                          "True _XmlDocument _XmlNode\n"
+                          "False []\n"
+                          "1;2;2 3\n"
+                          "True True\n"
+                          "<r><a i=\"1\"/><a i=\"2\"/><c n=\"7\">new</c></r>\n"
+                          "so far: no error\n"
+                          "invalid expression: error 16389 Invalid expression: //p[\n"
+                          "foreign node refused: True\n"
+                          "missing file: error 53 File not found\n"
+                          "missing folder: error 76 Path not found\n"
+                          "no document: error 438 Object doesn't support this property or method\n"
+                          "puts: no error\n"
+                          "True True True\n"
+                          "DownloadFile: error 445 Object doesn't support this action\n"
+                          "RunSetup: error 445 Object doesn't support this action\n"
+                          "SendReceive: error 445 Object doesn't support this action\n"
+                          "END\n");
+}
+
+TEST(ScriptHost, JScriptUsesThemToo) {
+    const Registered registered;
+    const HostRun run = runScriptHost(L"hosts\\xml_objects.js");
+    EXPECT_EQ(run.exitCode, 0U);
+    EXPECT_EQ(run.output, "1;2;2\n"
+                          "changed changed\n"
+                          "SendReceive: error 445\n"
+                          "END\n");
+}
+
 } // namespace
 } // namespace com_test

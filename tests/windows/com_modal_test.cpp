@@ -75,32 +75,5 @@ TEST(ModalHost, ASecondFormIsRefusedAndAnOpenOneKeepsItsObjectAlive) {
     host = nullptr;
 }
 
-// Closes whatever the component shows in another process.
-void closeForms() {
-    for (const wchar_t* windowClass : {L"QVI_frmQVI_Images", L"QVI_frmQVI_sendreceive", L"#32770"}) {
-        HWND window = FindWindowW(windowClass, nullptr);
-        if (window != nullptr && IsWindowVisible(window)) {
-            PostMessageW(window, WM_CLOSE, 0, 0);
-        }
-    }
-}
-
-TEST(SampleHost, TheSamplesRunToTheirEnd) {
-    const Registered registered;
-    const HostRun images = runScriptHost(L"hosts\\link_images.vbs", L"Z:\\nowhere O'NEIL", closeForms);
-    EXPECT_EQ(images.exitCode, 0U);
-    EXPECT_EQ(images.output, "ProductCode=O'NEIL\nNewImageFile=[]\nDeleteLink=0\nEND\n");
-    const HostRun exchange = runScriptHost(L"hosts\\show_send_receive.js", L"Z:\\nowhere", closeForms);
-    EXPECT_EQ(exchange.exitCode, 0U);
-    EXPECT_EQ(exchange.output, "END\n");
-}
-
-TEST(SampleHost, TheSamplesExplainTheirUseAndReportAMissingRegistration) {
-    EXPECT_EQ(runScriptHost(L"hosts\\link_images.vbs").exitCode, 2U);
-    const HostRun run = runScriptHost(L"hosts\\link_images.vbs", L"Z:\\nowhere 1");
-    EXPECT_EQ(run.exitCode, 1U);
-    EXPECT_EQ(run.output.find("Creating the class failed: "), 0U) << run.output;
-}
-
 } // namespace
 } // namespace com_test

@@ -169,6 +169,15 @@ TEST(DllLifetime, LoadsAndUnloadsManyTimesWithoutLeavingAnything) {
         EXPECT_EQ(link->GetIDsOfNames(IID_NULL, &name, 1, 0, &id), S_OK); // opens the type library
         EXPECT_EQ(link->put_ProductCode(Text(L"4711").value), S_OK);
         link.Reset();
+        auto control = dll.create<_ucSendReceive>(__uuidof(ucSendReceive));
+        ComPtr<IConnectionPointContainer> events;
+        ComPtr<IConnectionPoint> point;
+        EXPECT_EQ(control.As(&events), S_OK);
+        EXPECT_EQ(events->FindConnectionPoint(__uuidof(__ucSendReceive), &point), S_OK);
+        events.Reset();
+        control.Reset();
+        EXPECT_EQ(dll.canUnloadNow(), S_FALSE) << "its connection point is still used";
+        point.Reset();
         EXPECT_EQ(dll.canUnloadNow(), S_OK);
     };
     const HMODULE kept = LoadLibraryW(L"comdlg32.dll"); // Wine's loses a handle each time that it is loaded

@@ -127,7 +127,7 @@ TEST_F(TypeLibrary, InterfacesKeepTheirIdentifiersFlagsAndSlots) {
         {"_XmlNodeList",
          __uuidof(_XmlNodeList),
          "{9BD898E8-B8BD-49AD-BBC4-37FFEF27C243}",
-         {"get length 1 @7", "get item 0 @8", "get _NewEnum -4 @9"}},
+         {"get length 1 @7", "get item 0 @8", "call _NewEnum -4 @9"}},
         {"_XmlDocument",
          __uuidof(_XmlDocument),
          "{C8FD2B37-C77B-4E8C-B3DE-30B65BD57556}",

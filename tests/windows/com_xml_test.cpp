@@ -106,7 +106,7 @@ TEST_F(XmlObjects, AListIsEnumeratedInAnyPortions) {
     ComPtr<IUnknown> unknown;
     ComPtr<IEnumVARIANT> nodes;
     ASSERT_EQ(document->selectNodes(Bstr("//@i").get(), &list), S_OK);
-    ASSERT_EQ(list->get__NewEnum(&unknown), S_OK);
+    ASSERT_EQ(list->_NewEnum(&unknown), S_OK);
     ASSERT_EQ(unknown.As(&nodes), S_OK);
     const auto next = [](IEnumVARIANT& from, ULONG wanted) {
         std::vector<ScopedVariant> items(wanted);

@@ -17,7 +17,7 @@ HRESULT XmlNodeListObject::get_item(LONG index, ::_XmlNode** value) noexcept {
     return give(value, [&] { return makeXmlNode(m_nodes[static_cast<ULONG>(index)]); });
 }
 
-HRESULT XmlNodeListObject::get__NewEnum(IUnknown** value) noexcept {
+HRESULT XmlNodeListObject::_NewEnum(IUnknown** value) noexcept {
     return give(value, [&] {
         const auto fill = [nodes = m_nodes](std::size_t index, VARIANT& item) {
             V_VT(&item) = VT_EMPTY;

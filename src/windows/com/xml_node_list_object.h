@@ -15,7 +15,8 @@ public:
 
     HRESULT STDMETHODCALLTYPE get_length(LONG* value) noexcept override;
     HRESULT STDMETHODCALLTYPE get_item(LONG index, ::_XmlNode** value) noexcept override;
-    HRESULT STDMETHODCALLTYPE get__NewEnum(IUnknown** value) noexcept override;
+    // A method, not a property: some script engines ask for it only so.
+    HRESULT STDMETHODCALLTYPE _NewEnum(IUnknown** value) noexcept override;
 
 private:
     xml::XmlNodeList m_nodes;

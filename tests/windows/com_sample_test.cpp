@@ -1,0 +1,70 @@
+// The hosts in examples/hosts, run as a user would run them.
+#include "windows/com_support.h"
+
+#include <gtest/gtest.h>
+
+namespace com_test {
+namespace {
+
+HWND visibleWindow(const wchar_t* windowClass) {
+    HWND window = FindWindowW(windowClass, nullptr);
+    return window != nullptr && IsWindowVisible(window) ? window : nullptr;
+}
+
+// Closes whatever the component shows in another process.
+void closeForms() {
+    for (const wchar_t* windowClass : {L"QVI_frmQVI_Images", L"QVI_frmQVI_sendreceive", L"#32770"}) {
+        if (HWND window = visibleWindow(windowClass)) {
+            PostMessageW(window, WM_CLOSE, 0, 0);
+        }
+    }
+}
+
+// A box means that something went wrong in the control.
+void refuseBoxes() {
+    if (HWND box = visibleWindow(L"#32770")) {
+        wchar_t text[300] = L"";
+        GetDlgItemTextW(box, 0xFFFF, text, 300);
+        ADD_FAILURE() << testing::PrintToString(std::wstring(text));
+        PostMessageW(box, WM_CLOSE, 0, 0);
+    }
+}
+
+class SampleHost : public testing::Test {
+protected:
+    Registered registered;
+};
+
+TEST_F(SampleHost, TheFormsRunToTheirEnd) {
+    const HostRun images = runScriptHost(L"hosts\\link_images.vbs", L"Z:\\nowhere O'NEIL", closeForms);
+    EXPECT_EQ(images.exitCode, 0U);
+    EXPECT_EQ(images.output, "ProductCode=O'NEIL\nNewImageFile=[]\nDeleteLink=0\nEND\n");
+    const HostRun exchange = runScriptHost(L"hosts\\show_send_receive.js", L"Z:\\nowhere", closeForms);
+    EXPECT_EQ(exchange.exitCode, 0U);
+    EXPECT_EQ(exchange.output, "END\n");
+}
+
+TEST_F(SampleHost, TheirOwnDocumentsServeAsCommandsAndSettings) {
+    const HostRun run = runScriptHost(L"hosts\\own_document.js", {}, refuseBoxes);
+    EXPECT_EQ(run.exitCode, 0U);
+    EXPECT_EQ(run.output, "the same object: true\nsettings: 1\nEND\n");
+}
+
+TEST_F(SampleHost, ACompiledHostConnectsToTheEvents) {
+    const HostRun run = runProgram(besideThisProgram(L"event_host.exe"), refuseBoxes);
+    EXPECT_EQ(run.exitCode, 0U);
+    EXPECT_EQ(run.output, "connected\nEND\n");
+}
+
+TEST(SampleHostWithout, ArgumentsOrRegistrationItExplainsWhatIsMissing) {
+    EXPECT_EQ(runScriptHost(L"hosts\\link_images.vbs").exitCode, 2U);
+    const HostRun images = runScriptHost(L"hosts\\link_images.vbs", L"Z:\\nowhere 1");
+    EXPECT_EQ(images.exitCode, 1U);
+    EXPECT_EQ(images.output.find("Creating the class failed: "), 0U) << images.output;
+    const HostRun compiled = runProgram(besideThisProgram(L"event_host.exe"));
+    EXPECT_EQ(compiled.exitCode, 1U);
+    EXPECT_EQ(compiled.output, "Finding the class failed: 800401F3\n");
+}
+
+} // namespace
+} // namespace com_test
