@@ -59,6 +59,16 @@ std::string toText(const Variant& value) {
     return std::visit(Visitor{}, value);
 }
 
+ObjectRef toObject(const Variant& value) {
+    if (const auto* const object = std::get_if<ObjectRef>(&value)) {
+        return *object;
+    }
+    if (!std::holds_alternative<Empty>(value) && !std::holds_alternative<Null>(value)) {
+        throw RuntimeError(error::kTypeMismatch);
+    }
+    return nullptr;
+}
+
 bool equals(const Variant& left, const Variant& right) {
     if (std::holds_alternative<Null>(left) || std::holds_alternative<Null>(right)) {
         return false;

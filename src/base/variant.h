@@ -28,6 +28,9 @@ using Variant = std::variant<Empty, Null, bool, std::int32_t, double, std::strin
 // Null raises 94 "Invalid use of Null", an object 13.
 [[nodiscard]] std::string toText(const Variant& value);
 
+// The object that a value is; null for Nothing, Empty and Null. Raises 13 for anything else.
+[[nodiscard]] ObjectRef toObject(const Variant& value);
+
 // Equality of two values under automation's rules: Empty equals "", 0 and False; strings compare binary; a string and
 // a number are never equal; Null equals nothing; objects by identity.
 [[nodiscard]] bool equals(const Variant& left, const Variant& right);

@@ -42,6 +42,15 @@ TEST(Variant, TextIsWhatAutomationMakesOfTheValue) {
     EXPECT_EQ(numberOf([] { (void)toText(ObjectRef()); }), 13);
 }
 
+TEST(Variant, NothingIsAnObjectToo) {
+    const ObjectRef object = std::make_shared<fakes::FakeLateBound>();
+    EXPECT_EQ(toObject(object), object);
+    for (const Variant& nothing : {Variant(), Variant(Null{}), Variant(ObjectRef())}) {
+        EXPECT_EQ(toObject(nothing), nullptr);
+    }
+    EXPECT_EQ(numberOf([] { (void)toObject("text"); }), 13);
+}
+
 TEST(Variant, EqualityFollowsAutomation) {
     const ObjectRef object = std::make_shared<fakes::FakeLateBound>();
     const ObjectRef other = std::make_shared<fakes::FakeLateBound>();
