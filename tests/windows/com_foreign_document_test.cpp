@@ -60,6 +60,9 @@ TEST_F(PlatformDocument, IsCopiedAndWhatIsSetOnTheCopyCanBeSetOnIt) {
     EXPECT_EQ(content(), "<commands profile=\"1001\"><command name=\"a\"/><group><command name=\"b\" "
                          "text=\"caf\xC3\xA9 &lt;\" lastdate=\"20261115 &quot;'&lt;\"/></group></commands>");
     EXPECT_FALSE(copy->documentElement().hasAttribute("profile"));
+    original->removeRootAttribute("profile");
+    original->removeRootAttribute("profile");
+    EXPECT_EQ(content().find("profile"), std::string::npos);
     EXPECT_EQ(raised([&] { original->setCommandAttribute(2, "a", "b"); }), base::error::kObjectNotSet);
 }
 
@@ -78,6 +81,7 @@ TEST_F(PlatformDocument, WithoutContentIsAnEmptyDocument) {
     ASSERT_TRUE(original);
     EXPECT_FALSE(copy->documentElement());
     EXPECT_EQ(raised([&] { original->setRootAttribute("a", "b"); }), base::error::kObjectNotSet);
+    EXPECT_EQ(raised([&] { original->removeRootAttribute("a"); }), base::error::kObjectNotSet);
     EXPECT_EQ(raised([&] { original->setCommandAttribute(0, "a", "b"); }), base::error::kObjectNotSet);
 }
 

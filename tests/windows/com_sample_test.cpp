@@ -44,6 +44,21 @@ TEST_F(SampleHost, TheFormsRunToTheirEnd) {
     EXPECT_EQ(exchange.output, "END\n");
 }
 
+TEST_F(SampleHost, AScriptSetsTheControlUpAndReadsBackWhatItSet) {
+    const HostRun run = runScriptHost(L"hosts\\send_receive_control.js", besideThisProgram(L"hosts"), refuseBoxes);
+    EXPECT_EQ(run.exitCode, 0U);
+    EXPECT_EQ(run.output.find("command prices\n"
+                              "command orders\n"
+                              "sWebAddress=http://localhost/\n"
+                              "bLoginNotRequired=true\n"
+                              "gUsingAlternate=false\n"
+                              "Globals.gProfileNumber=1001\n"
+                              "commands=2\n"),
+              0U)
+        << run.output;
+    EXPECT_TRUE(run.output.ends_with("END\n"));
+}
+
 TEST_F(SampleHost, TheirOwnDocumentsServeAsCommandsAndSettings) {
     const HostRun run = runScriptHost(L"hosts\\own_document.js", {}, refuseBoxes);
     EXPECT_EQ(run.exitCode, 0U);
@@ -58,6 +73,7 @@ TEST_F(SampleHost, ACompiledHostConnectsToTheEvents) {
 
 TEST(SampleHostWithout, ArgumentsOrRegistrationItExplainsWhatIsMissing) {
     EXPECT_EQ(runScriptHost(L"hosts\\link_images.vbs").exitCode, 2U);
+    EXPECT_EQ(runScriptHost(L"hosts\\send_receive_control.js").exitCode, 2U);
     const HostRun images = runScriptHost(L"hosts\\link_images.vbs", L"Z:\\nowhere 1");
     EXPECT_EQ(images.exitCode, 1U);
     EXPECT_EQ(images.output.find("Creating the class failed: "), 0U) << images.output;

@@ -73,6 +73,10 @@ TEST_F(XmlObjects, ChangeTheirDocumentByNodesThatTheyHandOut) {
     EXPECT_EQ(core->xml(), "<r><b i=\"2\"><a i=\"3\"/></b><c n=\"7\">&lt;t&gt;</c></r>");
     EXPECT_EQ(xml(), core->xml());
 
+    EXPECT_EQ(made->removeAttribute(Bstr("n").get()), S_OK);
+    EXPECT_EQ(made->removeAttribute(Bstr("n").get()), S_OK) << "gone already";
+    EXPECT_FALSE(core->selectSingleNode("r/c/@n"));
+
     ScopedVariant present;
     ScopedVariant absent;
     EXPECT_EQ(taken->getAttribute(Bstr("i").get(), &present.get()), S_OK);

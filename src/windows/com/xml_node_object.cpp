@@ -21,6 +21,10 @@ HRESULT XmlNodeObject::setAttribute(BSTR name, VARIANT value) noexcept {
     return run([&] { m_node.setAttribute(fromBstr(name), base::toText(fromVariant(value))); });
 }
 
+HRESULT XmlNodeObject::removeAttribute(BSTR name) noexcept {
+    return run([&] { m_node.removeAttribute(fromBstr(name)); });
+}
+
 ComPtr<::_XmlNode> makeXmlNode(const xml::XmlNode& node) {
     return node ? adopt<::_XmlNode>(new XmlNodeObject(node)) : nullptr;
 }

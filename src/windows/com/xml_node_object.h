@@ -14,6 +14,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE getAttribute(BSTR name, VARIANT* value) noexcept override;
     HRESULT STDMETHODCALLTYPE setAttribute(BSTR name, VARIANT value) noexcept override;
+    HRESULT STDMETHODCALLTYPE removeAttribute(BSTR name) noexcept override;
 
     // OwnNode
     [[nodiscard]] xml::XmlNode node() const noexcept override { return m_node; }
