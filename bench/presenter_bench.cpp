@@ -1,7 +1,11 @@
 // What a long loop pays for showing its progress: lines added to a visible list and captions changed, each followed by
 // doEvents, against the same done by literal calls to the windows.
-#include "ui/controls.h"
-#include "ui/form.h"
+#include "fakes/fake_clock.h"
+#include "fakes/fake_code_page.h"
+#include "fakes/fake_file_system.h"
+#include "fakes/fake_picture_decoder.h"
+#include "fakes/fake_settings.h"
+#include "images/frmQVI_Images.h"
 #include "windows/forms/control_ids.h"
 #include "windows/forms/window_text.h"
 #include "windows/forms/windows_desktop.h"
@@ -20,40 +24,12 @@ constexpr int kCaptions = 50'000;
 constexpr int kLiteralLines = 500;
 constexpr int kLiteralCaptions = 2'000;
 
-// The image manager's template with the least of a form around it.
-class BenchForm final : public ui::Form {
+// The image manager with its own controls; the work stands in the place of Return.
+class BenchForm final : public images::frmQVI_Images {
 public:
-    explicit BenchForm(ui::Desktop& desktop) : Form(desktop, "frmQVI_Images") {}
+    using frmQVI_Images::frmQVI_Images;
 
-    ui::Frame fraStep1{*this, "fraStep1"};
-    ui::Button cmdAutoLink{*this, "cmdAutoLink"};
-    ui::Label lblAutoLink{*this, "lblAutoLink"};
-    ui::CheckBox chkExactMatch{*this, "chkExactMatch"};
-    ui::Button cmdCleanUp{*this, "cmdCleanUp"};
-    ui::Button cmdWhatsLinked{*this, "cmdWhatsLinked"};
-    ui::Button cmdWhatsNotLinked{*this, "cmdWhatsNotLinked"};
-    ui::CheckBox CheckRTF{*this, "CheckRTF"};
-    ui::Frame fraImages{*this, "fraImages"};
-    ui::ListBox lImages{*this, "lImages"};
-    ui::Button cmdbrowse{*this, "cmdbrowse"};
-    ui::Button cmdDelete{*this, "cmdDelete"};
-    ui::Frame fraSpecifications{*this, "fraSpecifications"};
-    ui::ListBox lRTF{*this, "lRTF"};
-    ui::Button cmdAddSpec{*this, "cmdAddSpec"};
-    ui::Button cmdDeletSpec{*this, "cmdDeletSpec"};
-    ui::Frame fraPreview{*this, "fraPreview"};
-    ui::PictureBox picPreview{*this, "picPreview"};
-    ui::Frame fraUpload{*this, "fraUpload"};
-    ui::Button cmdUpload{*this, "cmdUpload"};
-    ui::Label lblUpload{*this, "lblUpload"};
-    ui::Frame fraExport{*this, "fraExport"};
-    ui::Button cmdExport{*this, "cmdExport"};
-    ui::Label lblExport{*this, "lblExport"};
-    ui::Label lblBurn{*this, "lblBurn"};
-    ui::ListBox List1{*this, "List1"};
-    ui::Button cmdCancel{*this, "cmdCancel"};
-
-    std::function<void()> work; // in the place of Return
+    std::function<void()> work;
 
 protected:
     void Form_KeyPress(char16_t& key) override {
@@ -148,8 +124,14 @@ void CALLBACK startWork(HWND, UINT, UINT_PTR timer, DWORD) {
 
 int main() {
     windows::WindowsDesktop desktop(GetModuleHandleW(nullptr));
+    fakes::FakeFileSystem files;
+    fakes::FakeSettings settings;
+    fakes::FakeClock clock;
+    fakes::FakePictureDecoder pictures;
+    fakes::FakeCodePage ansi;
     for (int run = 0; run < 3; ++run) {
-        BenchForm form(desktop);
+        BenchForm form({desktop, files, settings, clock, pictures, ansi});
+        form.List1.setVisible(true);
         form.work = [&] { measure(desktop, form); };
         SetTimer(nullptr, 0, 1, startWork);
         form.showModal();
