@@ -3,7 +3,6 @@
 #include "base/runtime_error.h"
 #include "base/text.h"
 #include "entry/host_account.h"
-#include "entry/host_globals.h"
 #include "entry/modStyles.h"
 #include "sendreceive/command_list.h"
 #include "ui/form.h"
@@ -100,7 +99,10 @@ void ucSendReceive::LoadCommands() {
         if (!m_commands) {
             throw base::RuntimeError(base::error::kObjectNotSet);
         }
-        fillCommandList(lvCommands, *m_commands, [](const std::string&, const std::string&) { return std::string(); });
+        LastDates dates = accountDates(host).read();
+        fillCommandList(lvCommands, *m_commands, [&](const std::string& name, const std::string& accountSpecific) {
+            return dates.GetLastDate(name, accountSpecific);
+        });
     });
 }
 
@@ -176,7 +178,12 @@ void ucSendReceive::Setcolors() {
 }
 
 void ucSendReceive::SetHTTPSettings() {
-    notInThisVersion();
+    reportErrors("SetHTTPSettings", [&] {
+        const entry::HostGlobals host = globals();
+        setHttpSettings(m_http, m_services.settings,
+                        {host.text("gSettingString"), host.text("gWebService"), cAlternate.checked()},
+                        [&](std::string_view line) { WriteSingleLog(std::string(line), false); });
+    });
 }
 
 void ucSendReceive::WriteSingleLog(const std::string&, bool) {}
@@ -275,6 +282,13 @@ bool ucSendReceive::reportErrors(std::string_view routine, const std::function<v
 
 entry::HostGlobals ucSendReceive::globals() const {
     return entry::HostGlobals(Globals);
+}
+
+AccountDates ucSendReceive::accountDates(const entry::HostGlobals& host) {
+    return {{m_services.desktop, m_services.clock,
+             [this](std::string_view line) { WriteSingleLog(std::string(line), false); }},
+            host,
+            entry::HostAccount(host, Account)};
 }
 
 } // namespace sendreceive

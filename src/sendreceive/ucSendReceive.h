@@ -6,8 +6,11 @@
 
 #include "base/picture.h"
 #include "base/variant.h"
+#include "entry/host_globals.h"
+#include "sendreceive/account_dates.h"
 #include "sendreceive/events.h"
 #include "sendreceive/host_command_document.h"
+#include "sendreceive/http_settings.h"
 #include "sendreceive/services.h"
 #include "ui/controls.h"
 #include "ui/list_view.h"
@@ -20,10 +23,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-namespace entry {
-class HostGlobals;
-}
 
 namespace sendreceive {
 
@@ -74,7 +73,9 @@ public:
     [[nodiscard]] bool CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>& results, bool doDownloads,
                                              const std::string& dataFolder, bool forceDownload); // 445
     void RunSetup();                                                                             // 445
+    // Works out the transport's settings from the user's; logs what is chosen.
     void SetHTTPSettings();
+    [[nodiscard]] const HttpSettings& httpSettings() const noexcept { return m_http; }
     // One line into the trace file of the data folder; `restart` begins the file anew. Never raises.
     void WriteSingleLog(const std::string& text, bool restart);
 
@@ -114,11 +115,13 @@ private:
     // The public methods' error handler.
     bool reportErrors(std::string_view routine, const std::function<void()>& body);
     [[nodiscard]] entry::HostGlobals globals() const;
+    [[nodiscard]] AccountDates accountDates(const entry::HostGlobals& host);
 
     Services m_services;
     std::shared_ptr<xml::XmlDocument> m_commands;
     std::unique_ptr<HostCommandDocument> m_hostCommands;
     std::vector<Events*> m_listeners;
+    HttpSettings m_http;                // for the next request
     std::int64_t m_announcedLength = 0; // 0: none
     bool m_busy = false;
 };

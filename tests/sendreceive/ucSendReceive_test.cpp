@@ -1,6 +1,7 @@
 #include "sendreceive/ucSendReceive.h"
 
 #include "base/runtime_error.h"
+#include "fakes/fake_host_document.h"
 #include "fakes/fake_late_bound.h"
 #include "fakes/send_receive_services.h"
 #include "ui/form.h"
@@ -121,6 +122,33 @@ TEST_F(ucSendReceiveTest, OffersTheAlternateAddressOnlyWhereThereIsOne) {
     host->addProperty("gWebService", "");
     load("<commands/>");
     EXPECT_FALSE(control->cAlternate.visible());
+}
+
+TEST_F(ucSendReceiveTest, ShowsWhenEachCommandWentThroughLast) {
+    const auto settings = std::make_shared<fakes::FakeHostDocument>(
+        services.files,
+        "<quorvantis><accountdates a='20261101'><accountdate number='1001' b='20261102'/></accountdates>"
+        "</quorvantis>");
+    host->addProperty("gdomquorvantis", base::ObjectRef(settings));
+    load("<commands><command name='a' show='yes'/><command name='b' show='yes' lastdateaccountspecific='yes'/>"
+         "<command name='c' show='yes'/></commands>");
+    EXPECT_EQ(rows(), (Rows{"-a||20261101| ", "-b||20261102| ", "-c|| | "}));
+}
+
+TEST_F(ucSendReceiveTest, TakesTheWayToTheServerFromTheSettings) {
+    services.settings.set("Shop", "Dialup", "UseProxy", "1");
+    services.settings.set("Shop", "Dialup", "FirewallType", "0");
+    services.settings.set("Shop", "Dialup", "ProxyServer", "proxy.example");
+    services.settings.set("Shop", "Dialup", "ProxyPort", "none");
+    services.desktop.whenAsked("Error in SetHTTPSettings:Type mismatch");
+    control->SetHTTPSettings();
+    EXPECT_EQ(control->httpSettings().proxyServer, "proxy.example");
+
+    services.settings.set("Shop", "http://supplier/", "AltURL", "http://other/");
+    load("<commands/>");
+    control->cAlternate.userClick();
+    control->SetHTTPSettings();
+    EXPECT_EQ(control->httpSettings().proxyServer, "") << "the alternate address is reached directly";
 }
 
 TEST_F(ucSendReceiveTest, ARequiredCommandStaysTicked) {
