@@ -2,6 +2,7 @@
 #include "windows/drive/controls.h"
 
 #include "windows/drive/failure.h"
+#include "windows/drive/list_view.h"
 #include "windows/drive/screen.h"
 #include "windows/drive/wide.h"
 #include "windows/forms/control_ids.h"
@@ -76,6 +77,9 @@ bool usable(HWND control) {
 std::vector<std::string> valuesOf(HWND control) {
     if (classOf(control) == "ListBox") {
         return linesOf(control);
+    }
+    if (classOf(control) == "SysListView32") {
+        return rowsOf(control);
     }
     if (isCheckBox(control)) {
         return {ask(control, BM_GETCHECK) == BST_CHECKED ? "on" : "off"};

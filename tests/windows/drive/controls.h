@@ -15,7 +15,7 @@ namespace drive {
 // Shown, enabled, and not beneath a modal window.
 [[nodiscard]] bool usable(HWND control);
 
-// The lines of a list, "on" or "off" of a check box, otherwise the text.
+// The lines of a list, the rows of a list view (list_view.h), "on" or "off" of a check box, otherwise the text.
 [[nodiscard]] std::vector<std::string> valuesOf(HWND control);
 
 // Posted, never sent: the click may open a modal window, and a sender would then wait until it closes.
