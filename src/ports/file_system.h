@@ -2,6 +2,7 @@
 // One contract suite (tests/contracts) proves them equal.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -48,6 +49,13 @@ public:
     // files but the target itself can be written, the bytes are written in place. A sharing violation is retried for
     // half a second. On failure the old file is untouched, the temporary one removed, and 70, 75, 76 or 61 raised.
     virtual void replaceFile(std::string_view path, std::string_view bytes) = 0;
+
+    // Adds bytes to the end of the file, which is made when it is not there, with one write. A disk that fills up (61)
+    // may keep the first part of them.
+    virtual void appendFile(std::string_view path, std::string_view bytes) = 0;
+
+    // The size in bytes. 53 when the file is not there; a folder raises 75.
+    [[nodiscard]] virtual std::uint64_t fileSize(std::string_view path) = 0;
 
     // Moves or renames a file, never over an existing one (75).
     virtual void moveFile(std::string_view from, std::string_view to) = 0;

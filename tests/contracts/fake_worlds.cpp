@@ -1,10 +1,12 @@
 // The contract suites on the fakes.
 #include "contracts/data_protection_contract.h"
 #include "contracts/file_system_contract.h"
+#include "contracts/locale_contract.h"
 #include "contracts/picture_decoder_contract.h"
 #include "contracts/settings_contract.h"
 #include "fakes/fake_data_protection.h"
 #include "fakes/fake_file_system.h"
+#include "fakes/fake_locale.h"
 #include "fakes/fake_picture_decoder.h"
 #include "fakes/fake_settings.h"
 
@@ -55,6 +57,7 @@ INSTANTIATE_TEST_SUITE_P(Fake, DataProtectionContract,
                          testing::Values([] { return std::make_unique<fakes::FakeDataProtection>(); }));
 INSTANTIATE_TEST_SUITE_P(Fake, SettingsContract,
                          testing::Values([] { return std::make_unique<fakes::FakeSettings>(); }));
+INSTANTIATE_TEST_SUITE_P(Fake, LocaleContract, testing::Values([] { return std::make_unique<fakes::FakeLocale>(); }));
 INSTANTIATE_TEST_SUITE_P(Fake, PictureDecoderContract,
                          testing::Values([] { return std::make_unique<FakePictureWorld>(); }));
 

@@ -264,6 +264,37 @@ TEST_P(FileSystemContract, CopiesAreWholeOrNotThere) {
     world().setReadOnly(in("kept.jpg"), false);
 }
 
+TEST_P(FileSystemContract, AppendingMakesAndLengthensFilesAndSizesFollow) {
+    files().createFolder(in("folder"));
+    files().appendFile(in("log.txt"), "one\r\n");
+    files().appendFile(in("log.txt"), "");
+    files().appendFile(in("log.txt"), everyByte());
+    EXPECT_EQ(files().readFile(in("log.txt")), "one\r\n" + everyByte());
+    EXPECT_EQ(files().fileSize(in("log.txt")), 5 + everyByte().size());
+
+    world().setReadOnly(in("log.txt"), true);
+    struct Row {
+        std::string path;
+        int append;
+        int size;
+    };
+    const std::vector<Row> rows = {{in("log.txt"), 75, 0},
+                                   {in("folder"), 75, 75},
+                                   {in("missing\\a.txt"), 76, 76},
+                                   {in("log.txt\\a.txt"), 76, 76},
+                                   {in("missing.txt"), 0, 53}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(errorNumber([&] { (void)files().fileSize(row.path); }), row.size) << row.path;
+        EXPECT_EQ(errorNumber([&] { files().appendFile(row.path, "x"); }), row.append) << row.path;
+    }
+    world().setReadOnly(in("log.txt"), false);
+    if (world().lock(in("log.txt"))) {
+        EXPECT_EQ(errorNumber([&] { files().appendFile(in("log.txt"), "x"); }), 70);
+        world().unlock(in("log.txt"));
+    }
+    EXPECT_EQ(files().fileSize(in("log.txt")), 5 + everyByte().size());
+}
+
 TEST_P(FileSystemContract, AskingWhetherAFileCanBeWrittenChangesNothing) {
     files().createFolder(in("folder"));
     files().replaceFile(in("report.csv"), "old");

@@ -1,12 +1,14 @@
 // The contract suites on the Windows adapters, and what only they can show.
 #include "contracts/data_protection_contract.h"
 #include "contracts/file_system_contract.h"
+#include "contracts/locale_contract.h"
 #include "contracts/picture_decoder_contract.h"
 #include "contracts/scratch_folder.h"
 #include "contracts/settings_contract.h"
 #include "windows/adapters/handles.h"
 #include "windows/adapters/registry_settings.h"
 #include "windows/adapters/user_data_protection.h"
+#include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
 #include "windows/adapters/wide.h"
 #include "windows/adapters/windows_file_system.h"
@@ -189,6 +191,9 @@ INSTANTIATE_TEST_SUITE_P(Windows, DataProtectionContract,
                          testing::Values([] { return std::make_unique<windows::UserDataProtection>(); }));
 INSTANTIATE_TEST_SUITE_P(Windows, FileSystemContract, testing::Values([] { return std::make_unique<WindowsWorld>(); }));
 INSTANTIATE_TEST_SUITE_P(Windows, SettingsContract, testing::Values([] { return std::make_unique<CleanRegistry>(); }));
+// The suite's texts are American English, which the test prefixes are set to.
+INSTANTIATE_TEST_SUITE_P(Windows, LocaleContract,
+                         testing::Values([] { return std::make_unique<windows::UserLocale>(); }));
 INSTANTIATE_TEST_SUITE_P(Windows, PictureDecoderContract, testing::Values([] { return std::make_unique<WicWorld>(); }));
 
 } // namespace

@@ -197,6 +197,26 @@ void FakeFileSystem::replaceFile(std::string_view path, std::string_view bytes) 
     });
 }
 
+void FakeFileSystem::appendFile(std::string_view path, std::string_view bytes) {
+    record("append " + std::string(path), [&] {
+        requireWritableTarget(path);
+        if (m_failingWrite > 0 && --m_failingWrite == 0) {
+            throw RuntimeError(error::kDiskFull);
+        }
+        addFile(path, hasFile(path) ? contents(path).append(bytes) : std::string(bytes));
+    });
+}
+
+std::uint64_t FakeFileSystem::fileSize(std::string_view path) {
+    const std::string key = keyOf(path);
+    requireParent(key);
+    const auto found = m_files.find(key);
+    if (found == m_files.end()) {
+        throw RuntimeError(m_folders.contains(key) ? error::kPathFileAccess : error::kFileNotFound);
+    }
+    return found->second.bytes.size();
+}
+
 void FakeFileSystem::moveFile(std::string_view from, std::string_view to) {
     record("move " + std::string(from) + " -> " + std::string(to), [&] {
         const std::string source = keyOf(from);

@@ -40,8 +40,9 @@ public:
     // The n-th write from now on, counted from 1, finds the disk full (61). The writes after it succeed again.
     void failWrite(int nth);
 
-    // What was asked of the port, oldest first: "read C:\x", "replace C:\x", "move C:\x -> C:\y", "remove C:\x",
-    // "createFolder C:\x"; a call that failed has " !<error number>" after it. Questions about existence are left out.
+    // What was asked of the port, oldest first: "read C:\x", "replace C:\x", "append C:\x", "move C:\x -> C:\y",
+    // "remove C:\x", "createFolder C:\x"; a call that failed has " !<error number>" after it. Questions about existence
+    // are left out.
     [[nodiscard]] const std::vector<std::string>& operations() const { return m_operations; }
     void clearOperations() { m_operations.clear(); }
 
@@ -50,6 +51,8 @@ public:
     void createFolder(std::string_view path) override;
     std::string readFile(std::string_view path) override;
     void replaceFile(std::string_view path, std::string_view bytes) override;
+    void appendFile(std::string_view path, std::string_view bytes) override;
+    std::uint64_t fileSize(std::string_view path) override;
     void moveFile(std::string_view from, std::string_view to) override;
     void removeFile(std::string_view path) override;
     void copyFile(std::string_view from, std::string_view to) override;

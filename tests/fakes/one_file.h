@@ -21,6 +21,8 @@ public:
     void createFolder(std::string_view) override {}
     std::string readFile(std::string_view) override { return m_bytes; }
     void replaceFile(std::string_view, std::string_view) override {}
+    void appendFile(std::string_view, std::string_view) override {}
+    std::uint64_t fileSize(std::string_view) override { return m_bytes.size(); }
     void moveFile(std::string_view, std::string_view) override {}
     void removeFile(std::string_view) override {}
     void copyFile(std::string_view, std::string_view) override {}

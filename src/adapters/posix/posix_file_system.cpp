@@ -1,6 +1,7 @@
 #include "adapters/posix/posix_file_system.h"
 
 #include "adapters/posix/crash_safe_save.h"
+#include "adapters/posix/native_name.h"
 #include "adapters/posix/posix_error.h"
 #include "base/runtime_error.h"
 
@@ -106,6 +107,36 @@ void PosixFileSystem::replaceFile(std::string_view path, std::string_view bytes)
     crashSafeSave(name, bytes);
 }
 
+void PosixFileSystem::appendFile(std::string_view path, std::string_view bytes) {
+    const std::string name = native(path);
+    requireParent(name);
+    refuseFolderOrReadOnly(name);
+    const UniqueFd file(::open(name.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
+    if (!file) {
+        raiseErrno();
+    }
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(file.get(), bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            raiseErrno();
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+}
+
+std::uint64_t PosixFileSystem::fileSize(std::string_view path) {
+    const std::string name = native(path);
+    requireParent(name);
+    struct stat info {};
+    if (::stat(name.c_str(), &info) != 0) {
+        raiseErrno();
+    }
+    if (S_ISDIR(info.st_mode)) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+    return static_cast<std::uint64_t>(info.st_size);
+}
+
 void PosixFileSystem::moveFile(std::string_view from, std::string_view to) {
     const std::string source = native(from);
     const std::string target = native(to);
@@ -179,18 +210,7 @@ std::string PosixFileSystem::currentFolder() {
 }
 
 std::string PosixFileSystem::native(std::string_view path) const {
-    if (path.empty() || path.starts_with("\\\\")) {
-        throw RuntimeError(error::kPathNotFound); // no name, or a network path
-    }
-    if (path.size() >= 2 && path[1] == ':') {
-        path.remove_prefix(2);
-    }
-    if (path.find_first_of(std::string_view(":\0", 2)) != path.npos) {
-        throw RuntimeError(error::kBadFileName);
-    }
-    std::string name = m_root.string() + "/" + std::string(path);
-    std::replace(name.begin(), name.end(), '\\', '/');
-    return name;
+    return nativeName(m_root, path);
 }
 
 } // namespace adapters

@@ -18,6 +18,8 @@ public:
     void createFolder(std::string_view path) override;
     std::string readFile(std::string_view path) override;
     void replaceFile(std::string_view path, std::string_view bytes) override;
+    void appendFile(std::string_view path, std::string_view bytes) override;
+    std::uint64_t fileSize(std::string_view path) override;
     void moveFile(std::string_view from, std::string_view to) override;
     void removeFile(std::string_view path) override;
     void copyFile(std::string_view from, std::string_view to) override;

@@ -113,6 +113,34 @@ void WindowsFileSystem::replaceFile(std::string_view path, std::string_view byte
     crashSafeSave(nativePath(path), bytes, m_pause);
 }
 
+void WindowsFileSystem::appendFile(std::string_view path, std::string_view bytes) {
+    refuseFolderOrReadOnly(attributesOf(path));
+    const std::wstring name = nativePath(path);
+    const UniqueHandle file(CreateFileW(name.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) {
+        raiseLastError();
+    }
+    DWORD written = 0;
+    if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
+        raiseLastError();
+    }
+    if (written != bytes.size()) {
+        raise(ERROR_DISK_FULL); // some file systems report a full disk in the count alone
+    }
+}
+
+std::uint64_t WindowsFileSystem::fileSize(std::string_view path) {
+    WIN32_FILE_ATTRIBUTE_DATA found{};
+    if (!GetFileAttributesExW(nativePath(path).c_str(), GetFileExInfoStandard, &found)) {
+        raiseLastError();
+    }
+    if (isFolder(found.dwFileAttributes)) {
+        throw base::RuntimeError(base::error::kPathFileAccess);
+    }
+    return std::uint64_t{found.nFileSizeHigh} << 32U | found.nFileSizeLow;
+}
+
 void WindowsFileSystem::moveFile(std::string_view from, std::string_view to) {
     if (isFolder(attributesOf(from))) {
         throw base::RuntimeError(base::error::kPathFileAccess);
