@@ -14,3 +14,12 @@ else()
     find_package(Threads REQUIRED)
     target_link_libraries(qvi_libxml2 INTERFACE Threads::Threads m)
 endif()
+
+# The cabinet decoder of the native build; on Windows the system's own library does its work.
+if(NOT WIN32)
+    find_path(QVI_LIBMSPACK_INCLUDE mspack.h REQUIRED)
+    find_library(QVI_LIBMSPACK mspack REQUIRED)
+    add_library(qvi_libmspack INTERFACE)
+    target_include_directories(qvi_libmspack SYSTEM INTERFACE ${QVI_LIBMSPACK_INCLUDE})
+    target_link_libraries(qvi_libmspack INTERFACE ${QVI_LIBMSPACK})
+endif()

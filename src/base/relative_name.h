@@ -8,4 +8,9 @@ namespace base {
 // False for a name that could lead outside the folder: a ".." between either separator, a colon, a leading separator.
 [[nodiscard]] bool staysInside(std::string_view relativeName) noexcept;
 
+// True for a name that stays inside and that Windows lets be a file: nothing empty, no part of dots and blanks alone
+// (Windows drops those at the end of a name, so "... " may become ".."), no device ("NUL", "com1.txt"), no control
+// character and none of <>"|?*. Either separator counts.
+[[nodiscard]] bool namesAFileInside(std::string_view relativeName) noexcept;
+
 } // namespace base

@@ -1,6 +1,7 @@
 // Automation values, run-time errors and error-ignoring routines.
 #include "base/date_time.h"
 #include "base/number.h"
+#include "base/relative_name.h"
 #include "base/resume_next.h"
 #include "base/runtime_error.h"
 #include "base/variant.h"
@@ -138,6 +139,31 @@ TEST(Number, TextsThatAreDecimalNumbersAndOthers) {
                                    {"+-1", std::nullopt}, {"\t30", std::nullopt}, {"3 0", std::nullopt}};
     for (const Row& row : rows) {
         EXPECT_EQ(toNumber(row.text), row.number) << row.text;
+    }
+}
+
+TEST(RelativeName, OnlyPlainFilesBelowTheFolderPass) {
+    struct Row {
+        std::string name;
+        bool stays;
+        bool isFile;
+    };
+    const std::vector<Row> rows = {{"a.txt", true, true},         {"sub\\deep/..b..c.txt", true, true},
+                                   {"common1.txt", true, true},   {"COM10", true, true},
+                                   {"\xC3\xA9.txt", true, true},  {"", true, false},
+                                   {"a\\\\b", true, false},       {"a\\", true, false},
+                                   {".. \\a", true, false},       {"a\\...", true, false},
+                                   {"NUL", true, false},          {"sub\\nul .tar.gz", true, false},
+                                   {"aux.txt\\a", true, false},   {"Lpt9.prn", true, false},
+                                   {"com\xC2\xB2", true, false},  {"CONOUT$", true, false},
+                                   {"a?.txt", true, false},       {std::string("a\0b", 3), true, false},
+                                   {"..\\a", false, false},       {"a/../b", false, false},
+                                   {"a\\..", false, false},       {"\\a", false, false},
+                                   {"/a", false, false},          {"c:a", false, false},
+                                   {"a.txt:stream", false, false}};
+    for (const Row& row : rows) {
+        EXPECT_EQ(staysInside(row.name), row.stays) << row.name;
+        EXPECT_EQ(namesAFileInside(row.name), row.isFile) << row.name;
     }
 }
 
