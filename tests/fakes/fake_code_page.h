@@ -15,22 +15,22 @@ public:
     [[nodiscard]] std::string decode(std::string_view ansi) override { return xml::fromWindows1252(ansi); }
 
     [[nodiscard]] std::string encode(std::string_view utf8) override {
+        static const std::u16string units = unitsOfBytes(); // by byte
         std::string out;
         for (const char16_t unit : base::toUtf16(utf8)) {
-            out += byteOf(base::toUtf8(std::u16string(1, unit)));
+            const std::size_t byte = units.find(unit);
+            out += byte == units.npos ? '?' : static_cast<char>(static_cast<unsigned char>(byte));
         }
         return out;
     }
 
 private:
-    static char byteOf(const std::string& character) {
-        for (int byte = 0; byte < 256; ++byte) {
-            const char candidate = static_cast<char>(static_cast<unsigned char>(byte));
-            if (xml::fromWindows1252(std::string(1, candidate)) == character) {
-                return candidate;
-            }
+    static std::u16string unitsOfBytes() {
+        std::string bytes;
+        for (unsigned byte = 0; byte < 256; ++byte) {
+            bytes += static_cast<char>(static_cast<unsigned char>(byte));
         }
-        return '?';
+        return base::toUtf16(xml::fromWindows1252(bytes));
     }
 };
 
