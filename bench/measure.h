@@ -1,0 +1,27 @@
+// What benchmarks measure with.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace bench {
+
+// Wall time of one step, in seconds.
+template <typename Step>
+double seconds(Step&& step) {
+    const auto start = std::chrono::steady_clock::now();
+    std::forward<Step>(step)();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// The upper median of at least one value.
+inline double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+} // namespace bench
