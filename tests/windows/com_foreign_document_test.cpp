@@ -4,6 +4,7 @@
 #include "windows/com/adopt.h"
 #include "windows/com/dispatch_object.h"
 #include "windows/com/foreign_document.h"
+#include "windows/com/quorvantisimage.h"
 #include "windows/com/xml_document_object.h"
 #include "windows/com_support.h"
 #include "windows/host_object.h"
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
 
 namespace com_test {
 namespace {
@@ -93,6 +95,36 @@ TEST(HostDocument, OursIsRecognisedAndNotCopied) {
     EXPECT_EQ(same, document);
     EXPECT_FALSE(original);
     EXPECT_FALSE(fromHost(nullptr).document);
+}
+
+TEST(HostDocument, OursInAnotherApartmentIsForeignThere) {
+    const ComApartment apartment;
+    const Registered registered;
+    ComPtr<_ucSendReceive> control;
+    ComPtr<IDispatch> document;
+    ComPtr<IStream> stream;
+    ASSERT_EQ(CoCreateInstance(__uuidof(ucSendReceive), nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&control)), S_OK);
+    ASSERT_EQ(control->get_domCommands(&document), S_OK);
+    DispatchObject(document).call("loadXML", {std::string("<c><command/></c>")});
+    ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(IID_IDispatch, document.Get(), &stream), S_OK);
+    const DWORD mainThread = GetCurrentThreadId();
+    std::string copied;
+    std::thread other([&] {
+        {
+            const ComApartment second;
+            ComPtr<IDispatch> proxy;
+            CoGetInterfaceAndReleaseStream(stream.Detach(), IID_PPV_ARGS(&proxy));
+            const auto [copy, original] = fromHost(proxy.Get());
+            copied = copy->xml();
+            if (original) {
+                original->setCommandAttribute(0, "from", "afar");
+            }
+        }
+        PostThreadMessageW(mainThread, WM_QUIT, 0, 0);
+    });
+    pumpUntilEnd(other);
+    EXPECT_EQ(copied, "<c><command/></c>");
+    EXPECT_EQ(DispatchObject(document).get("xml"), Variant("<c><command from=\"afar\"/></c>"));
 }
 
 TEST(HostDocument, AScriptsObjectWillDoIfItHasTheMembers) {

@@ -200,15 +200,6 @@ TEST(DllLifetime, LoadsAndUnloadsManyTimesWithoutLeavingAnything) {
     FreeLibrary(kept);
 }
 
-// Lets messages through until the thread has ended: calls from it arrive as messages.
-void pumpUntilEnd(std::thread& thread) {
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        DispatchMessageW(&message);
-    }
-    thread.join();
-}
-
 TEST(Marshalling, AnotherApartmentCallsThroughTheTypeLibrary) {
     const ComApartment apartment;
     const Registered registered;

@@ -62,6 +62,14 @@ HRESULT LoadedDll::getClassObject(REFCLSID clsid, REFIID iid, void** object) con
     return function == nullptr ? E_NOTIMPL : function(clsid, iid, object);
 }
 
+void pumpUntilEnd(std::thread& thread) {
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        DispatchMessageW(&message);
+    }
+    thread.join();
+}
+
 HostRun runProgram(std::wstring command, const std::function<void()>& meanwhile) {
     HostRun run;
     Handle reading;

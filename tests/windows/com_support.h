@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <thread>
 
 namespace com_test {
 
@@ -72,6 +73,9 @@ public:
 private:
     LoadedDll m_dll;
 };
+
+// Lets messages through until the thread posts WM_QUIT as its last deed: calls from it arrive as messages.
+void pumpUntilEnd(std::thread& thread);
 
 struct HostRun {
     DWORD exitCode = STILL_ACTIVE;
