@@ -6,7 +6,7 @@
 namespace entry {
 
 sendreceive::Services sendReceiveServices(Environment& e) {
-    return {e.desktop, e.fileSystem, e.settings, e.clock, e.ansi, e.pictures, e.login};
+    return {e.desktop, e.fileSystem, e.settings, e.clock, e.ansi, e.locale, e.pictures, e.login};
 }
 
 void showSendReceive(Environment& environment) {

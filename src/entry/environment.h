@@ -7,6 +7,7 @@
 #include "ports/code_page.h"
 #include "ports/data_protection.h"
 #include "ports/file_system.h"
+#include "ports/locale.h"
 #include "ports/picture_decoder.h"
 #include "ports/settings.h"
 #include "ui/desktop.h"
@@ -24,6 +25,7 @@ struct Environment {
     ports::Clock& clock;
     ports::PictureDecoder& pictures;
     ports::CodePage& ansi;
+    ports::Locale& locale;
     ports::DataProtection& protection;
 
     // The current image manager form with the host's values in its variables. All clsQVI_Link objects share it: it is

@@ -5,6 +5,7 @@
 #include "ports/clock.h"
 #include "ports/code_page.h"
 #include "ports/file_system.h"
+#include "ports/locale.h"
 #include "ports/picture_decoder.h"
 #include "ports/settings.h"
 #include "ui/desktop.h"
@@ -18,6 +19,7 @@ struct Services {
     ports::Settings& settings;
     ports::Clock& clock;
     ports::CodePage& ansi;
+    ports::Locale& locale;
     ports::PictureDecoder& pictures;
     login::frmLogin& login;
 };

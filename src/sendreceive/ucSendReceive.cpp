@@ -5,6 +5,7 @@
 #include "entry/host_account.h"
 #include "entry/modStyles.h"
 #include "sendreceive/command_list.h"
+#include "sendreceive/trace_file.h"
 #include "ui/form.h"
 #include "ui/report_errors.h"
 
@@ -186,7 +187,14 @@ void ucSendReceive::SetHTTPSettings() {
     });
 }
 
-void ucSendReceive::WriteSingleLog(const std::string&, bool) {}
+// A host that names no data folder, or one that is not there, turns tracing off.
+void ucSendReceive::WriteSingleLog(const std::string& text, bool restart) {
+    reportErrors("WriteSingleLog", [&] {
+        const base::Variant folder = globals().valueIfPresent("gQuorVantisPath");
+        TraceFile({m_services.fileSystem, m_services.clock, m_services.ansi, m_services.locale})
+            .WriteSingleLog(base::toText(folder), text, restart);
+    });
+}
 
 bool ucSendReceive::logIn() {
     login::frmLogin& form = m_services.login;
@@ -261,6 +269,7 @@ void ucSendReceive::cmdOK_Click() {
     setBusy(true);
     reportErrors("cmdOK_Click", [&] {
         if (bLoginNotRequired || logIn()) {
+            WriteSingleLog("Sub cmdOK_Click: Start Send Receive", true);
             m_services.desktop.messageBox("The exchange with the supplier is not part of this version.");
         }
     });

@@ -76,7 +76,8 @@ public:
     // Works out the transport's settings from the user's; logs what is chosen.
     void SetHTTPSettings();
     [[nodiscard]] const HttpSettings& httpSettings() const noexcept { return m_http; }
-    // One line into the trace file of the data folder; `restart` begins the file anew. Never raises.
+    // One line into the trace file of the data folder; `restart` begins the file anew. Without that folder nothing
+    // happens.
     void WriteSingleLog(const std::string& text, bool restart);
 
     // Listeners are told in the order in which they joined. Not owned: one leaves before it goes.

@@ -6,6 +6,7 @@
 #include "windows/adapters/local_clock.h"
 #include "windows/adapters/registry_settings.h"
 #include "windows/adapters/user_data_protection.h"
+#include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
 #include "windows/adapters/windows_file_system.h"
 #include "windows/com/module.h"
@@ -34,8 +35,10 @@ private:
     LocalClock m_clock;
     WicPictureDecoder m_pictures;
     AnsiCodePage m_ansi;
+    UserLocale m_locale;
     UserDataProtection m_protection;
-    entry::Environment m_environment{m_desktop, m_fileSystem, m_settings, m_clock, m_pictures, m_ansi, m_protection};
+    entry::Environment m_environment{m_desktop,  m_fileSystem, m_settings, m_clock,
+                                     m_pictures, m_ansi,       m_locale,   m_protection};
 };
 
 } // namespace windows

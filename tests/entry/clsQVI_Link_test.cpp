@@ -8,6 +8,7 @@
 #include "fakes/fake_data_protection.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
+#include "fakes/fake_locale.h"
 #include "fakes/fake_picture_decoder.h"
 #include "fakes/fake_settings.h"
 #include "ports/late_bound.h"
@@ -36,8 +37,9 @@ protected:
     fakes::FakeClock clock;
     fakes::FakePictureDecoder pictures;
     fakes::FakeCodePage ansi;
+    fakes::FakeLocale locale;
     fakes::FakeDataProtection protection;
-    entry::Environment environment{desktop, files, settings, clock, pictures, ansi, protection};
+    entry::Environment environment{desktop, files, settings, clock, pictures, ansi, locale, protection};
     entry::clsQVI_Link link{environment};
 };
 

@@ -6,6 +6,7 @@
 #include "fakes/fake_data_protection.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
+#include "fakes/fake_locale.h"
 #include "fakes/fake_picture_decoder.h"
 #include "fakes/fake_settings.h"
 #include "sendreceive/services.h"
@@ -23,10 +24,11 @@ struct SendReceiveServicesOn {
     FakeSettings settings;
     FakeClock clock;
     FakeCodePage ansi;
+    FakeLocale locale;
     FakePictureDecoder pictures;
     FakeDataProtection protection;
     login::frmLogin login{{desktop, settings, protection, clock}};
-    sendreceive::Services all{desktop, files, settings, clock, ansi, pictures, login};
+    sendreceive::Services all{desktop, files, settings, clock, ansi, locale, pictures, login};
 };
 
 using SendReceiveServices = SendReceiveServicesOn<FakeDesktop>;

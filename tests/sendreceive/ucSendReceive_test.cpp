@@ -221,6 +221,20 @@ TEST_F(ucSendReceiveTest, OkAsksForThePasswordAndPutsItIntoTheDocument) {
     EXPECT_EQ(control->domCommands()->xml(), "<commands profile=\"1001\" password=\"C\"/>");
 }
 
+TEST_F(ucSendReceiveTest, TracesWhereTheHostHasADataFolder) {
+    const std::string trace = "C:\\QV\\quorvantis_sendreceive.txt";
+    control->SetMessage("first");
+    EXPECT_EQ(control->lProgress.text(), "first");
+    services.files.addFolder("C:\\QV");
+    control->SetMessage("second");
+    EXPECT_EQ(services.files.contents(trace), "11/15/2026 7:08:12 PM,Sub SetMessage --> second\r\n");
+    services.desktop.whenAsked("Error in WriteSingleLog:Permission denied");
+    services.files.lock(trace);
+    control->WriteSingleLog("lost", false);
+    control->Globals = nullptr;
+    control->SetMessage("without a host");
+}
+
 TEST_F(ucSendReceiveTest, TakesItsColoursFromTheHost) {
     std::string answer = "lightgreen";
     host->addMethod("GetValue", [&](const auto& arguments) {

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <string>
-#include <variant>
 
 namespace windows::com {
 namespace {
@@ -14,15 +13,11 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 ports::LateBoundObject& objectIn(const base::Variant& value) {
-    const auto* const object = std::get_if<base::ObjectRef>(&value);
-    if (object == nullptr && !std::holds_alternative<base::Empty>(value) &&
-        !std::holds_alternative<base::Null>(value)) {
-        throw base::RuntimeError(base::error::kTypeMismatch);
-    }
-    if (object == nullptr || *object == nullptr) {
+    const base::ObjectRef object = base::toObject(value);
+    if (!object) {
         throw base::RuntimeError(base::error::kObjectNotSet);
     }
-    return **object;
+    return *object; // kept by `value`
 }
 
 void setAttribute(const base::Variant& element, std::string_view name, std::string_view value) {
