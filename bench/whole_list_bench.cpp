@@ -6,6 +6,7 @@
 #include "baselines/aho_corasick.h"
 #include "baselines/bare_libxml2.h"
 #include "fakes/fake_code_page.h"
+#include "fakes/silent_run.h"
 #include "images/auto_link.h"
 #include "images/link_report.h"
 
@@ -19,14 +20,6 @@
 #include <vector>
 
 namespace {
-
-class SilentRun final : public images::ToolRun {
-public:
-    void caption(std::string_view) override {}
-    void line(std::string_view) override {}
-    void progress(std::size_t, std::size_t) override {}
-    bool proceed() override { return true; }
-};
 
 template <typename Step>
 double seconds(Step&& step) {
@@ -156,7 +149,7 @@ private:
     adapters::PosixFileSystem m_files;
     adapters::SystemClock m_clock;
     fakes::FakeCodePage m_ansi;
-    SilentRun m_run;
+    fakes::SilentRun m_run;
     std::vector<std::string> m_codes;
     std::vector<std::string> m_lines;
 };

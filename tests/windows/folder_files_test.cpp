@@ -1,6 +1,7 @@
 // A folder's listing must answer as the system does, whatever is asked: names that differ in case, accents, blanks,
 // dots, wildcards, short names, device names.
 #include "contracts/scratch_folder.h"
+#include "fakes/silent_run.h"
 #include "images/folder_files.h"
 #include "windows/adapters/wide.h"
 #include "windows/adapters/windows_file_system.h"
@@ -13,14 +14,6 @@
 #include <vector>
 
 namespace {
-
-class SilentRun final : public images::ToolRun {
-public:
-    void caption(std::string_view) override {}
-    void line(std::string_view) override {}
-    void progress(std::size_t, std::size_t) override {}
-    [[nodiscard]] bool proceed() override { return true; }
-};
 
 std::size_t pick(std::mt19937& random, std::size_t size) {
     return random() % size;
@@ -61,7 +54,7 @@ TEST(FolderFiles, AnswersAsTheSystemDoes) {
         }
     }
     files.createFolder(folder + "\\FOLDER.JPG");
-    SilentRun run;
+    fakes::SilentRun run;
     images::FolderFiles listed(files, folder);
     ASSERT_TRUE(listed.list(run));
     EXPECT_GT(listed.upperNames().size(), 60U);
