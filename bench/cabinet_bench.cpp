@@ -161,16 +161,26 @@ int compare(const std::string& cabinet, const std::filesystem::path& folder, int
     return 0;
 }
 
+int sayDoneAndWait() {
+    std::puts("done");
+    std::fflush(stdout);
+    while (std::getchar() != EOF) {
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.size() == 1 && arguments[0] == "load") {
-        return Extraction("").load() ? 0 : 1;
+        Extraction decoder("");
+        return decoder.load() ? sayDoneAndWait() : 1;
     }
     if (arguments.size() == 3 && arguments[0] == "once") {
-        Extraction(arguments[1]).extract(arguments[2]);
-        return 0;
+        Extraction extraction(arguments[1]);
+        extraction.extract(arguments[2]);
+        return sayDoneAndWait();
     }
     if (arguments.size() < 2) {
         std::fprintf(stderr, "usage: cabinet_bench CABINET FOLDER [rounds]\n");
