@@ -3,9 +3,9 @@
 #include "baselines/aho_corasick.h"
 #include "baselines/double_loop.h"
 #include "images/name_index.h"
+#include "measure.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -14,6 +14,9 @@
 #include <vector>
 
 namespace {
+
+using bench::median;
+using bench::seconds;
 
 using Pairs = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
 using Texts = std::vector<std::string>;
@@ -55,18 +58,6 @@ Pairs byIndex(const Shop& shop) {
         }
     }
     return pairs;
-}
-
-template <typename Step>
-double seconds(Step&& step) {
-    const auto start = std::chrono::steady_clock::now();
-    step();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
 }
 
 void require(bool same, const char* what) {

@@ -9,9 +9,9 @@
 #include "fakes/silent_run.h"
 #include "images/auto_link.h"
 #include "images/link_report.h"
+#include "measure.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -21,17 +21,8 @@
 
 namespace {
 
-template <typename Step>
-double seconds(Step&& step) {
-    const auto start = std::chrono::steady_clock::now();
-    step();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
+using bench::median;
+using bench::seconds;
 
 std::string number(std::size_t n) {
     const std::string digits = std::to_string(n);
