@@ -19,12 +19,26 @@ namespace {
 
 // The bar's full length leaves this much of the frame free; twips.
 constexpr std::int32_t kFullBar = ui::FramedBar::kFrameWidth - 30;
-// The widest and highest picture worth decoding; pixels.
-constexpr int kPictureExtent = 512;
 
 [[noreturn]] void notInThisVersion() {
     throw base::RuntimeError(base::error::kMemberNotSupported);
 }
+
+// Lends the process's one login form to a run. However that ends, the form is unloaded and lets go of the host's
+// objects, which must not live as long as it does.
+class LoginLoan {
+public:
+    explicit LoginLoan(login::frmLogin& form) : m_form(form) {}
+    LoginLoan(const LoginLoan&) = delete;
+    LoginLoan& operator=(const LoginLoan&) = delete;
+    ~LoginLoan() {
+        m_form.unload();
+        m_form.host = {};
+    }
+
+private:
+    login::frmLogin& m_form;
+};
 
 } // namespace
 
@@ -89,6 +103,10 @@ void ucSendReceive::RunSetup() {
 }
 
 void ucSendReceive::LoadCommands() {
+    if (m_busy) { // the run walks the list
+        WriteSingleLog("Sub LoadCommands: busy", false);
+        return;
+    }
     reportErrors("LoadCommands", [&] {
         const entry::HostGlobals host = globals();
         const std::string service = host.text("gWebService");
@@ -162,19 +180,20 @@ void ucSendReceive::UserControl_SetImage(const std::string& file) {
 
 void ucSendReceive::Setcolors() {
     reportErrors("Setcolors", [&] {
-        const auto paint = [host = globals()](std::string_view option, std::initializer_list<ui::Control*> controls) {
+        const auto paint = [host = globals()](std::string_view option, ui::Color standard,
+                                              std::initializer_list<ui::Control*> controls) {
             const std::optional<std::string> name = host.option(option);
             for (ui::Control* const control : name ? controls : std::initializer_list<ui::Control*>{}) {
                 // An unknown name leaves the colour as it is.
-                const ui::Color now = control->backColor().value_or(ui::color::kLight3d);
+                const ui::Color now = control->backColor().value_or(standard);
                 const auto color = static_cast<ui::Color>(entry::colorFromName(*name, static_cast<std::int32_t>(now)));
                 if (color != now) {
                     control->setBackColor(color);
                 }
             }
         };
-        paint("FrameColor", {&barProgress});
-        paint("ButtonColor", {&cmdOK, &cmdCancel});
+        paint("FrameColor", ui::color::kLight3d, {&barProgress});
+        paint("ButtonColor", ui::color::kButtonFace, {&cmdOK, &cmdCancel});
     });
 }
 
@@ -198,6 +217,7 @@ void ucSendReceive::WriteSingleLog(const std::string& text, bool restart) {
 
 bool ucSendReceive::logIn() {
     login::frmLogin& form = m_services.login;
+    const LoginLoan loan(form);
     const entry::HostGlobals host = globals();
     form.UserName = host.text("gProfileNumber");
     form.host = {host, entry::HostAccount(host, Account)};
@@ -207,8 +227,6 @@ bool ucSendReceive::logIn() {
     if (form.OKPressed) {
         writePassword(base::upperCase(form.Password), base::upperCase(form.NewPassword));
     }
-    form.unload();
-    form.host = {}; // the host's objects must not live as long as the form
     return form.OKPressed;
 }
 

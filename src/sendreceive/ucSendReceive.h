@@ -31,6 +31,9 @@ public:
     // Shared, because a run holds the control: a handler may close its window and let go of it meanwhile.
     [[nodiscard]] static std::shared_ptr<ucSendReceive> create(const Services& services);
 
+    // The widest and highest picture worth keeping; pixels.
+    static constexpr int kPictureExtent = 512;
+
     // What a host sets before LoadCommands.
     base::ObjectRef Globals; // null: none given
     base::ObjectRef Account; // null: the globals object is asked for branch and account
@@ -54,7 +57,7 @@ public:
                                    const std::shared_ptr<xml::XmlDocument>& results,
                                    const std::shared_ptr<xml::XmlDocument>& request, const std::string& localFile,
                                    bool dontLoadResults, bool forceDownload);
-    // Fills the list from domCommands.
+    // Fills the list from domCommands. During a run it only leaves a trace.
     void LoadCommands();
     // The status line; also traced. Handles waiting messages, as the three below do.
     void SetMessage(const std::string& text);

@@ -215,10 +215,29 @@ TEST_F(ucSendReceiveTest, OkAsksForThePasswordAndPutsItIntoTheDocument) {
     EXPECT_EQ(okWith("c", ""), "<commands profile=\"1001\" password=\"C\"/>");
     EXPECT_EQ(host.use_count(), 2) << "the login form holds on to the host's object";
 
+    host->addMethod("GetValue", [](const auto&) -> base::Variant { throw base::RuntimeError(base::error::kOverflow); });
+    services.desktop.whenAsked("Error in cmdOK_Click:Overflow");
+    control->cmdOK.userClick();
+    EXPECT_FALSE(services.login.loaded());
+    EXPECT_EQ(host.use_count(), 2) << "nor after a login that failed";
+
     control->bLoginNotRequired = true;
     services.desktop.whenAsked(kNotYet);
     control->cmdOK.userClick();
     EXPECT_EQ(control->domCommands()->xml(), "<commands profile=\"1001\" password=\"C\"/>");
+}
+
+TEST_F(ucSendReceiveTest, KeepsItsListDuringARun) {
+    load("<commands><command name='a' show='yes'/></commands>");
+    services.desktop.whenShown("frmLogin", [&] {
+        control->lvCommands.clear();
+        control->LoadCommands();
+        EXPECT_EQ(control->lvCommands.rowCount(), 0U);
+        services.login.cmdCancel.userClick();
+    });
+    control->cmdOK.userClick();
+    control->LoadCommands();
+    EXPECT_EQ(control->lvCommands.rowCount(), 1U);
 }
 
 TEST_F(ucSendReceiveTest, TracesWhereTheHostHasADataFolder) {
@@ -237,12 +256,16 @@ TEST_F(ucSendReceiveTest, TracesWhereTheHostHasADataFolder) {
 
 TEST_F(ucSendReceiveTest, TakesItsColoursFromTheHost) {
     std::string answer = "lightgreen";
+    base::Variant buttons = "NOT_FOUND";
     host->addMethod("GetValue", [&](const auto& arguments) {
-        return base::toText(arguments.front()) == "FrameColor" ? base::Variant(answer) : base::Variant("NOT_FOUND");
+        return base::toText(arguments.front()) == "FrameColor" ? base::Variant(answer) : buttons;
     });
     control->Setcolors();
     EXPECT_EQ(control->barProgress.backColor(), 0xC0FFC0U);
     EXPECT_EQ(control->cmdOK.backColor(), std::nullopt);
+    buttons = "LightGrey"; // the frame's colour, but not the buttons'
+    control->Setcolors();
+    EXPECT_EQ(control->cmdOK.backColor(), ui::color::kLight3d);
     answer = "Orange"; // not one that we know
     control->Setcolors();
     EXPECT_EQ(control->barProgress.backColor(), 0xC0FFC0U);

@@ -18,9 +18,6 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// The largest picture worth keeping; pixels.
-constexpr int kPictureExtent = 512;
-
 bool toBool(VARIANT_BOOL flag) noexcept {
     return flag != VARIANT_FALSE;
 }
@@ -155,7 +152,10 @@ HRESULT SendReceiveObject::UserControl_SetImage(VARIANT picture) noexcept {
         switch (V_VT(&value.get())) {
         case VT_BSTR: m_control->UserControl_SetImage(fromBstr(V_BSTR(&value.get()))); break;
         case VT_DISPATCH:
-        case VT_UNKNOWN: m_control->UserControl_SetImage(pixelsOf(V_UNKNOWN(&value.get()), kPictureExtent)); break;
+        case VT_UNKNOWN:
+            m_control->UserControl_SetImage(
+                pixelsOf(V_UNKNOWN(&value.get()), sendreceive::ucSendReceive::kPictureExtent));
+            break;
         default: m_control->UserControl_SetImage(std::shared_ptr<const base::Picture>());
         }
     });
