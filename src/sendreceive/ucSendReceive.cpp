@@ -200,9 +200,9 @@ void ucSendReceive::Setcolors() {
 void ucSendReceive::SetHTTPSettings() {
     reportErrors("SetHTTPSettings", [&] {
         const entry::HostGlobals host = globals();
-        setHttpSettings(m_http, m_services.settings,
-                        {host.text("gSettingString"), host.text("gWebService"), cAlternate.checked()},
-                        [&](std::string_view line) { WriteSingleLog(std::string(line), false); });
+        connection::setHttpSettings(m_http, m_services.settings,
+                                    {host.text("gSettingString"), host.text("gWebService"), cAlternate.checked()},
+                                    [&](std::string_view line) { WriteSingleLog(std::string(line), false); });
     });
 }
 

@@ -6,11 +6,11 @@
 
 #include "base/picture.h"
 #include "base/variant.h"
+#include "connection/http_settings.h"
 #include "entry/host_globals.h"
 #include "sendreceive/account_dates.h"
 #include "sendreceive/events.h"
 #include "sendreceive/host_command_document.h"
-#include "sendreceive/http_settings.h"
 #include "sendreceive/services.h"
 #include "ui/controls.h"
 #include "ui/list_view.h"
@@ -78,7 +78,7 @@ public:
     void RunSetup();                                                                             // 445
     // Works out the transport's settings from the user's; logs what is chosen.
     void SetHTTPSettings();
-    [[nodiscard]] const HttpSettings& httpSettings() const noexcept { return m_http; }
+    [[nodiscard]] const ports::HttpSettings& httpSettings() const noexcept { return m_http; }
     // One line into the trace file of the data folder; `restart` begins the file anew. Without that folder nothing
     // happens.
     void WriteSingleLog(const std::string& text, bool restart);
@@ -125,7 +125,7 @@ private:
     std::shared_ptr<xml::XmlDocument> m_commands;
     std::unique_ptr<HostCommandDocument> m_hostCommands;
     std::vector<Events*> m_listeners;
-    HttpSettings m_http;                // for the next request
+    ports::HttpSettings m_http;         // for the next request
     std::int64_t m_announcedLength = 0; // 0: none
     bool m_busy = false;
 };

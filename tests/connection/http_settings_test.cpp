@@ -1,4 +1,4 @@
-#include "sendreceive/http_settings.h"
+#include "connection/http_settings.h"
 
 #include "base/runtime_error.h"
 #include "fakes/fake_settings.h"
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace sendreceive {
+namespace connection {
 namespace {
 
 class HttpSettingsTest : public testing::Test {
@@ -39,7 +39,7 @@ protected:
 
     fakes::FakeSettings settings;
     HttpTarget target{"Shop", "http://supplier/ws", false};
-    HttpSettings http;
+    ports::HttpSettings http;
     static constexpr std::string_view kFull = "proxy.example:8080 user/secret";
 };
 
@@ -116,4 +116,4 @@ TEST_F(HttpSettingsTest, APortThatIsNoneEndsItWithTheServerSetAndNobodyNamed) {
 }
 
 } // namespace
-} // namespace sendreceive
+} // namespace connection

@@ -1,4 +1,4 @@
-#include "sendreceive/http_settings.h"
+#include "connection/http_settings.h"
 
 #include "base/number.h"
 #include "base/runtime_error.h"
@@ -8,8 +8,11 @@
 #include <cmath>
 #include <limits>
 
-namespace sendreceive {
+namespace connection {
 namespace {
+
+using ports::Firewall;
+using ports::HttpSettings;
 
 // Which properties server, port, user and password of the settings go to; null: not set.
 struct Destination {
@@ -100,4 +103,4 @@ void setHttpSettings(HttpSettings& http, ports::Settings& settings, const HttpTa
     log("Sub SetHTTPSettings --> end");
 }
 
-} // namespace sendreceive
+} // namespace connection
