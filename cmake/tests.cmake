@@ -1,12 +1,17 @@
 # GoogleTest from the system's sources, built with each target's own compiler, and the one way to add a test.
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
-# qvi_add_test(NAME SOURCES file... [LIBS target...]): one program per folder of tests, one CTest entry per program.
+# qvi_add_test(NAME SOURCES file... [LIBS target...] [INSIDE command]): one program per folder of tests, one CTest entry per program.
+# INSIDE is a command that is given the program as its argument and runs it, native builds only.
 function(qvi_add_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+    cmake_parse_arguments(ARG "" "INSIDE" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} qvi_fakes qvi_core qvi_flags GTest::gmock_main GTest::gmock)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-    add_test(NAME ${name} COMMAND ${name})
+    if(ARG_INSIDE)
+        add_test(NAME ${name} COMMAND ${ARG_INSIDE} $<TARGET_FILE:${name}>)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+    endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT 120)
 endfunction()
