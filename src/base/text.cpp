@@ -185,6 +185,12 @@ bool equalInUpperCase(std::string_view a, std::string_view b) {
     return (i == a.size() && i == b.size()) || upperCase(a.substr(i)) == upperCase(b.substr(i));
 }
 
+bool containsIgnoringCase(std::string_view bytes, std::string_view part) noexcept {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
+    const auto equal = [&](char a, char b) { return lower(a) == lower(b); };
+    return std::search(bytes.begin(), bytes.end(), part.begin(), part.end(), equal) != bytes.end() || part.empty();
+}
+
 std::string_view trim(std::string_view text) noexcept {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) {

@@ -29,6 +29,9 @@ namespace base {
 // The same as comparing both in upper case, without the copies for plain text.
 [[nodiscard]] bool equalInUpperCase(std::string_view a, std::string_view b);
 
+// Letter case ignored, for a `part` of ASCII characters; any bytes may be searched.
+[[nodiscard]] bool containsIgnoringCase(std::string_view bytes, std::string_view part) noexcept;
+
 // Without leading and trailing blanks (U+0020 only; tabs and no-break blanks stay).
 [[nodiscard]] std::string_view trim(std::string_view text) noexcept;
 

@@ -60,6 +60,11 @@ public:
     // Moves or renames a file, never over an existing one (75).
     virtual void moveFile(std::string_view from, std::string_view to) = 0;
 
+    // Moves a file over an existing one of the same volume, or to a new name, in one step: the target is the old file
+    // or the new one. A sharing violation is retried for half a second. A folder or a read-only target raises 75; what
+    // fails leaves both files as they were.
+    virtual void moveOver(std::string_view from, std::string_view to) = 0;
+
     // Deletes a file. 53 when it is not there.
     virtual void removeFile(std::string_view path) = 0;
 

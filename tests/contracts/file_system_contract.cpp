@@ -207,6 +207,32 @@ TEST_P(FileSystemContract, MovesNeverReplaceAndNeverLose) {
     EXPECT_EQ(files().readFile(in("folder\\c.xml")), "a");
 }
 
+TEST_P(FileSystemContract, MovesOverAnExistingFileLeaveOneOfTheTwo) {
+    files().createFolder(in("folder"));
+    files().replaceFile(in("new.xml"), "new");
+    files().replaceFile(in("old.xml"), "old");
+    files().replaceFile(in("kept.xml"), "kept");
+    world().setReadOnly(in("kept.xml"), true);
+    struct Row {
+        std::string from, to;
+        int error;
+    };
+    const std::vector<Row> rows = {
+        {in("missing.xml"), in("old.xml"), 53}, {in("new.xml"), in("missing\\old.xml"), 76},
+        {in("new.xml"), in("folder"), 75},      {in("folder"), in("old.xml"), 75},
+        {in("new.xml"), in("kept.xml"), 75},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(errorNumber([&] { files().moveOver(row.from, row.to); }), row.error) << row.from << " -> " << row.to;
+    }
+    world().setReadOnly(in("kept.xml"), false);
+    files().moveOver(in("new.xml"), in("old.xml"));
+    EXPECT_FALSE(files().fileExists(in("new.xml")));
+    EXPECT_EQ(files().readFile(in("old.xml")), "new");
+    files().moveOver(in("old.xml"), in("third.xml"));
+    EXPECT_EQ(files().readFile(in("third.xml")), "new");
+}
+
 TEST_P(FileSystemContract, FoldersAreMadeOneAtATime) {
     files().replaceFile(in("file.txt"), "x");
     files().createFolder(in("one\\")); // a final backslash does not matter

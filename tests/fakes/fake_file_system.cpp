@@ -230,11 +230,24 @@ void FakeFileSystem::moveFile(std::string_view from, std::string_view to) {
         if (parentOf(source) != parentOf(target)) {
             requireCreation(target);
         }
-        File moved = std::move(file);
-        moved.spelling = full;
-        m_files.erase(source);
-        m_files[target] = std::move(moved);
+        rename(file, source, full);
     });
+}
+
+void FakeFileSystem::moveOver(std::string_view from, std::string_view to) {
+    record("move " + std::string(from) + " => " + std::string(to), [&] {
+        const std::string source = keyOf(from);
+        File& file = openFile(source);
+        requireWritableTarget(to);
+        rename(file, source, tidied(to));
+    });
+}
+
+void FakeFileSystem::rename(File& file, const std::string& source, const std::string& spelling) {
+    File moved = std::move(file);
+    moved.spelling = spelling;
+    m_files.erase(source);
+    m_files[base::upperCase(spelling)] = std::move(moved);
 }
 
 void FakeFileSystem::removeFile(std::string_view path) {

@@ -54,6 +54,7 @@ public:
     void appendFile(std::string_view path, std::string_view bytes) override;
     std::uint64_t fileSize(std::string_view path) override;
     void moveFile(std::string_view from, std::string_view to) override;
+    void moveOver(std::string_view from, std::string_view to) override;
     void removeFile(std::string_view path) override;
     void copyFile(std::string_view from, std::string_view to) override;
     void requireWritable(std::string_view path) override;
@@ -70,6 +71,7 @@ private:
 
     File& openFile(const std::string& key);
     void requireWritableTarget(std::string_view path) const;
+    void rename(File& file, const std::string& source, const std::string& spelling);
     void requireParent(const std::string& key) const;
     void requireCreation(const std::string& key) const;
     void requireUnlocked(const std::string& key) const;

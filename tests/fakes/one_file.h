@@ -24,6 +24,7 @@ public:
     void appendFile(std::string_view, std::string_view) override {}
     std::uint64_t fileSize(std::string_view) override { return m_bytes.size(); }
     void moveFile(std::string_view, std::string_view) override {}
+    void moveOver(std::string_view, std::string_view) override {}
     void removeFile(std::string_view) override {}
     void copyFile(std::string_view, std::string_view) override {}
     void requireWritable(std::string_view) override {}

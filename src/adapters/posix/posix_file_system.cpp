@@ -42,6 +42,25 @@ void requireParent(const std::string& name) {
     }
 }
 
+void requireFile(const std::string& name) {
+    mode_t mode = 0;
+    requireParent(name);
+    if (!modeOf(name, mode)) {
+        throw RuntimeError(error::kFileNotFound);
+    }
+    if (S_ISDIR(mode)) {
+        throw RuntimeError(error::kPathFileAccess);
+    }
+}
+
+void rename(const std::string& source, const std::string& target) {
+    requireFile(source);
+    requireParent(target);
+    if (std::rename(source.c_str(), target.c_str()) != 0) {
+        raiseErrno();
+    }
+}
+
 bool namesOneThing(std::string_view path) {
     return !path.empty() && path.find_first_of(std::string_view("*?\0", 3)) == path.npos;
 }
@@ -140,19 +159,18 @@ std::uint64_t PosixFileSystem::fileSize(std::string_view path) {
 void PosixFileSystem::moveFile(std::string_view from, std::string_view to) {
     const std::string source = native(from);
     const std::string target = native(to);
-    requireParent(source);
-    requireParent(target);
     mode_t mode = 0;
-    if (!modeOf(source, mode)) {
-        throw RuntimeError(error::kFileNotFound);
-    }
-    mode_t targetMode = 0;
-    if (S_ISDIR(mode) || (source != target && modeOf(target, targetMode))) {
+    if (source != target && modeOf(target, mode)) {
+        requireFile(source);
         throw RuntimeError(error::kPathFileAccess);
     }
-    if (std::rename(source.c_str(), target.c_str()) != 0) {
-        raiseErrno();
-    }
+    rename(source, target);
+}
+
+void PosixFileSystem::moveOver(std::string_view from, std::string_view to) {
+    const std::string target = native(to);
+    refuseFolderOrReadOnly(target);
+    rename(native(from), target);
 }
 
 void PosixFileSystem::removeFile(std::string_view path) {

@@ -151,24 +151,42 @@ void WindowsFileSystem::moveFile(std::string_view from, std::string_view to) {
     }
 }
 
+void WindowsFileSystem::moveOver(std::string_view from, std::string_view to) {
+    refuseFolderOrReadOnly(attributesOf(to));
+    if (isFolder(attributesOf(from))) {
+        throw base::RuntimeError(base::error::kPathFileAccess);
+    }
+    const std::wstring source = nativePath(from);
+    const std::wstring target = nativePath(to);
+    const DWORD failure = retryWhileShared(m_pause, [&]() -> DWORD {
+        return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+                   ? ERROR_SUCCESS
+                   : GetLastError();
+    });
+    if (failure != ERROR_SUCCESS) {
+        raise(failure);
+    }
+}
+
 void WindowsFileSystem::copyFile(std::string_view from, std::string_view to) {
     refuseFolderOrReadOnly(attributesOf(to));
     if (isFolder(attributesOf(from))) {
         throw base::RuntimeError(base::error::kPathFileAccess);
     }
     // Beside the target first: a copy that breaks off must not leave half a file under the final name.
-    const std::wstring target = nativePath(to);
-    const std::wstring temporary = nativePath(std::string(to) + ".tmp");
-    if (!CopyFileW(nativePath(from).c_str(), temporary.c_str(), FALSE)) {
+    const std::string temporary = std::string(to) + ".tmp";
+    const std::wstring name = nativePath(temporary);
+    if (!CopyFileW(nativePath(from).c_str(), name.c_str(), FALSE)) {
         const DWORD failure = GetLastError();
-        DeleteFileW(temporary.c_str());
+        DeleteFileW(name.c_str());
         raise(failure);
     }
-    SetFileAttributesW(temporary.c_str(), FILE_ATTRIBUTE_NORMAL); // a read-only source makes no read-only copy
-    if (!MoveFileExW(temporary.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
-        const DWORD failure = GetLastError();
-        DeleteFileW(temporary.c_str());
-        raise(failure);
+    SetFileAttributesW(name.c_str(), FILE_ATTRIBUTE_NORMAL); // a read-only source makes no read-only copy
+    try {
+        moveOver(temporary, to);
+    } catch (const base::RuntimeError&) {
+        DeleteFileW(name.c_str());
+        throw;
     }
 }
 

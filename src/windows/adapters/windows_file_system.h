@@ -21,6 +21,7 @@ public:
     void appendFile(std::string_view path, std::string_view bytes) override;
     std::uint64_t fileSize(std::string_view path) override;
     void moveFile(std::string_view from, std::string_view to) override;
+    void moveOver(std::string_view from, std::string_view to) override;
     void removeFile(std::string_view path) override;
     void copyFile(std::string_view from, std::string_view to) override;
     void requireWritable(std::string_view path) override;
