@@ -29,6 +29,13 @@ void Control::setBackColor(Color color) {
     }
 }
 
+void Control::setForeColor(std::optional<Color> color) {
+    if (m_foreColor != color) {
+        m_foreColor = color;
+        changed(Aspect::Colors);
+    }
+}
+
 bool Control::storeText(std::string_view text) {
     if (m_text == text) {
         return false;
@@ -36,6 +43,13 @@ bool Control::storeText(std::string_view text) {
     m_text = text;
     changed(Aspect::Text);
     return true;
+}
+
+void Control::appendText(std::string_view text) {
+    if (!text.empty()) {
+        m_text += text;
+        changed(Aspect::Text);
+    }
 }
 
 void Control::changed(Aspect aspect) {

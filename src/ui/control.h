@@ -49,12 +49,15 @@ public:
     // None: the platform's own.
     [[nodiscard]] std::optional<Color> backColor() const noexcept { return m_backColor; }
     void setBackColor(Color color);
+    [[nodiscard]] std::optional<Color> foreColor() const noexcept { return m_foreColor; } // the text's; likewise
+    void setForeColor(std::optional<Color> color);
 
     Anchors anchors;
 
 protected:
     // Stores the text; true when it differs from what was there.
     bool storeText(std::string_view text);
+    void appendText(std::string_view text);
     void changed(Aspect aspect);
     // A person can act only on what is shown and enabled.
     [[nodiscard]] bool usable() const noexcept { return m_enabled && m_visible; }
@@ -64,6 +67,7 @@ private:
     std::string_view m_name;
     std::string m_text;
     std::optional<Color> m_backColor;
+    std::optional<Color> m_foreColor;
     bool m_enabled = true;
     bool m_visible = true;
 };

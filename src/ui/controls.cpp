@@ -1,5 +1,8 @@
 #include "ui/controls.h"
 
+#include "ui/container.h"
+#include "ui/keys.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -11,6 +14,10 @@ void raise(const Handler& handler) {
     if (const Handler copy = handler) {
         copy();
     }
+}
+
+bool isDigit(char16_t unit) noexcept {
+    return unit >= u'0' && unit <= u'9';
 }
 
 } // namespace
@@ -32,6 +39,28 @@ void CheckBox::setChecked(bool checked) {
 void CheckBox::userClick() {
     if (usable()) {
         setChecked(!m_checked);
+    }
+}
+
+void OptionButton::choose() {
+    for (Control* const control : owner().controls()) {
+        if (auto* const option = dynamic_cast<OptionButton*>(control)) {
+            option->setChosen(option == this);
+        }
+    }
+}
+
+void OptionButton::setChosen(bool chosen) {
+    if (m_chosen != chosen) {
+        m_chosen = chosen;
+        changed(Aspect::Value);
+    }
+}
+
+void OptionButton::userClick() {
+    if (usable()) {
+        choose();
+        raise(onClick);
     }
 }
 
@@ -71,14 +100,32 @@ void ListBox::userSelect(std::size_t index) {
 
 void TextBox::setText(std::string_view text) {
     if (storeText(text)) {
+        ++m_generation;
         raise(onChange);
     }
 }
 
-void TextBox::userText(std::string_view text) {
-    if (usable()) {
-        setText(text);
+void TextBox::append(std::string_view text) {
+    if (!text.empty()) {
+        appendText(text);
+        raise(onChange);
     }
+}
+
+bool TextBox::userKey(char16_t key) const noexcept {
+    return !digitsOnly || isDigit(key) || key == key::kBackspace;
+}
+
+// What the logic put there stays, whatever it holds, until a person changes it.
+void TextBox::userText(std::string_view text) {
+    if (!usable() || text == this->text()) {
+        return;
+    }
+    std::string accepted(text);
+    if (digitsOnly) {
+        std::erase_if(accepted, [](char byte) { return !isDigit(static_cast<unsigned char>(byte)); });
+    }
+    setText(accepted);
 }
 
 void ListBox::userDoubleClick(std::size_t index) {

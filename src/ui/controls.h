@@ -59,6 +59,24 @@ private:
     bool m_checked = false;
 };
 
+// One of several choices: choosing it takes the choice from the others of its container. Only a person's click raises
+// onClick, also on the one that is chosen already; assigning is silent.
+class OptionButton : public Control {
+public:
+    using Control::Control;
+    Handler onClick;
+
+    void setText(std::string_view text) { storeText(text); }
+    [[nodiscard]] bool chosen() const noexcept { return m_chosen; }
+    void choose();
+    void userClick();
+
+private:
+    void setChosen(bool chosen);
+
+    bool m_chosen = false;
+};
+
 // A list of lines in the order they were added, duplicates included; at most one is selected.
 class ListBox : public Control {
 public:
@@ -90,12 +108,24 @@ private:
 class TextBox : public Control {
 public:
     using Control::Control;
-    Handler onChange; // the text changed, by a person or by setText
+    Handler onChange; // the text changed, by a person, by setText or by append
+    // A person can enter only 0 to 9: every other key but Backspace is discarded, and so is what else a paste brings.
+    bool digitsOnly = false;
     // A person moves the focus to another control; false keeps it here. Not asked when the form closes.
     std::function<bool(const Control& gaining)> onValidate;
 
     void setText(std::string_view text);
+    // At the end; costs what the addition does, not what is there already.
+    void append(std::string_view text);
+    // Only append() leaves it as it is: a presenter that has shown n bytes of this generation adds the rest.
+    [[nodiscard]] std::uint64_t generation() const noexcept { return m_generation; }
+
+    // A key that reaches the field; false when it discards it.
+    [[nodiscard]] bool userKey(char16_t key) const noexcept;
     void userText(std::string_view text);
+
+private:
+    std::uint64_t m_generation = 0;
 };
 
 // One line chosen from a drop-down list. Choosing another raises onChange, by a person or by setSelected.

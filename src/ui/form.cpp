@@ -6,6 +6,14 @@
 #include "ui/user_control.h"
 
 namespace ui {
+namespace {
+
+// These work the dialog, whichever control has the focus.
+bool isDialogKey(char16_t key) noexcept {
+    return key == key::kReturn || key == key::kEscape;
+}
+
+} // namespace
 
 void Form::setCaption(std::string_view caption) {
     if (m_caption != caption) {
@@ -87,7 +95,8 @@ char16_t Form::userKey(char16_t key) {
             key = site->content().userKey(key);
         }
     }
-    return key;
+    const auto* const box = dynamic_cast<TextBox*>(m_focused);
+    return box == nullptr || isDialogKey(key) || box->userKey(key) ? key : u'\0';
 }
 
 } // namespace ui

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ui/container.h"
+#include "ui/keys.h"
 
 #include <string>
 #include <string_view>
@@ -9,12 +10,6 @@
 namespace ui {
 
 class Desktop;
-
-// Character codes of the keys that forms look for.
-namespace key {
-inline constexpr char16_t kReturn = 13;
-inline constexpr char16_t kEscape = 27;
-} // namespace key
 
 class Form : public Container {
 public:
@@ -24,6 +19,9 @@ public:
     [[nodiscard]] std::string_view name() const noexcept { return m_name; }
     [[nodiscard]] const std::string& caption() const noexcept { return m_caption; }
     void setCaption(std::string_view caption);
+    // The icon in its caption, from the next showing on; the platform's own without a path, or where that is no icon.
+    [[nodiscard]] const std::string& iconFile() const noexcept { return m_iconFile; }
+    void setIconFile(std::string_view path) { m_iconFile = path; }
 
     // Runs Form_Load, once until the next unload.
     void load();
@@ -41,8 +39,8 @@ public:
     [[nodiscard]] Control* focused() const noexcept { return m_focused; }
     void setFocus(Control& control);
 
-    // A person's key, before the focused control sees it: the form's first, then its user controls'. Returns what is
-    // left of it: 0 when one of them took it.
+    // A person's key, before the focused control sees it: the form's first, then its user controls', then the focused
+    // text box's. Returns what is left of it: 0 when one of them took it.
     char16_t userKey(char16_t key);
     // A person's click on the window's close box.
     void userClose() { Form_CloseBox(); }
@@ -63,6 +61,7 @@ private:
     Desktop& m_desktop;
     std::string_view m_name;
     std::string m_caption;
+    std::string m_iconFile;
     Control* m_focused = nullptr;
     bool m_loaded = false;
     bool m_shown = false;

@@ -2,6 +2,7 @@
 #include "fakes/fake_desktop.h"
 #include "ui/controls.h"
 #include "ui/form.h"
+#include "ui/tab_strip.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,10 @@ public:
     ui::Button cmdGo{*this, "cmdGo"};
     ui::CheckBox chkOn{*this, "chkOn"};
     ui::ListBox list{*this, "list"};
+    ui::OptionButton opt1{*this, "opt1"};
+    ui::OptionButton opt2{*this, "opt2"};
+    ui::TextBox txtPort{*this, "txtPort"};
+    ui::TabStrip tabs{*this, "tabs"};
     int loads = 0;
     bool failLoad = false;
 
@@ -99,6 +104,58 @@ TEST_F(ControlsTest, OnlyRealChangesReachTheObserver) {
     EXPECT_EQ(form.focused(), &form.list);
     EXPECT_EQ(form.find("list"), &form.list);
     EXPECT_EQ(form.find("nothing"), nullptr);
+}
+
+TEST_F(ControlsTest, OneOptionIsChosenAndOnlyAPersonsChoiceIsAClick) {
+    int clicks = 0;
+    form.opt1.onClick = form.opt2.onClick = [&] { ++clicks; };
+    form.opt1.choose();
+    EXPECT_EQ(clicks, 0);
+    form.opt2.userClick();
+    EXPECT_FALSE(form.opt1.chosen());
+    EXPECT_TRUE(form.opt2.chosen());
+    form.opt2.userClick(); // confirms it
+    EXPECT_EQ(clicks, 2);
+    form.opt1.setEnabled(false);
+    form.opt1.userClick();
+    EXPECT_TRUE(form.opt2.chosen());
+}
+
+TEST_F(ControlsTest, ATabShowsItsPageAndHidesTheOthers) {
+    int changes = 0;
+    form.tabs.onChange = [&] { ++changes; };
+    form.tabs.addTab("&One", {&form.opt1, &form.opt2});
+    form.tabs.addTab("&Two", {&form.txtPort});
+    EXPECT_TRUE(form.opt1.visible());
+    EXPECT_FALSE(form.txtPort.visible());
+    form.tabs.userSelect(1);
+    form.tabs.userSelect(2); // no such tab
+    form.tabs.select(1);
+    EXPECT_FALSE(form.opt2.visible());
+    EXPECT_TRUE(form.txtPort.visible());
+    EXPECT_TRUE(form.list.visible()) << "is on no page";
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ControlsTest, AFieldForDigitsTakesNothingElseFromAPerson) {
+    form.txtPort.digitsOnly = true;
+    form.txtPort.setText("80x"); // the logic's own stays
+    form.txtPort.userText("80x");
+    EXPECT_EQ(form.txtPort.text(), "80x");
+    form.txtPort.userText("1\xC3\xA9 0,8x0"); // pasted
+    EXPECT_EQ(form.txtPort.text(), "1080");
+
+    constexpr char16_t kCtrlV = 22;
+    for (const char16_t key : std::u16string{u'a', u' ', u'-', u'\x0663', kCtrlV}) {
+        EXPECT_EQ(form.userKey(key), key) << "another control has the focus";
+        form.userFocus(form.txtPort);
+        EXPECT_EQ(form.userKey(key), 0) << static_cast<int>(key);
+        form.userFocus(form.list);
+    }
+    form.userFocus(form.txtPort);
+    for (const char16_t key : std::u16string{u'0', u'9', ui::key::kBackspace, ui::key::kReturn, ui::key::kEscape}) {
+        EXPECT_EQ(form.userKey(key), key);
+    }
 }
 
 TEST_F(ControlsTest, LoadRunsOnceUntilUnloadAndAgainAfterAFailure) {

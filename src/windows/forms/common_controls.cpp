@@ -23,8 +23,8 @@ CommonControlsScope::CommonControlsScope(HINSTANCE module) noexcept {
         m_active = ActivateActCtx(m_context, &m_cookie) != FALSE;
     }
     // Window classes that user32 does not have itself; asked for inside the context, so that they are version 6.
-    const INITCOMMONCONTROLSEX classes{sizeof classes,
-                                       ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS | ICC_LISTVIEW_CLASSES};
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS |
+                                                           ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES};
     InitCommonControlsEx(&classes);
 }
 

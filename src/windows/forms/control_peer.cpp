@@ -10,24 +10,24 @@ void ControlPeer::update(Aspects aspects) {
     if (aspects.has(ui::Aspect::Text)) {
         updateText();
     }
-    if (aspects.has(ui::Aspect::Colors) && m_control.backColor()) {
+    if (aspects.has(ui::Aspect::Colors)) {
         m_background.reset();
         InvalidateRect(m_window, nullptr, TRUE);
     }
 }
 
 HBRUSH ControlPeer::prepareColors(HDC device) {
-    const std::optional<ui::Color> color = m_control.backColor();
-    if (!color) {
+    if (!m_control.backColor() && !m_control.foreColor()) {
         return nullptr;
     }
-    SetTextColor(device, GetSysColor(COLOR_WINDOWTEXT));
-    SetBkColor(device, toColorRef(*color));
-    if (isSystemColor(*color)) {
-        return GetSysColorBrush(systemColorIndex(*color));
+    const ui::Color background = m_control.backColor().value_or(ui::color::kButtonFace);
+    SetTextColor(device, toColorRef(m_control.foreColor().value_or(ui::color::kWindowText)));
+    SetBkColor(device, toColorRef(background));
+    if (isSystemColor(background)) {
+        return GetSysColorBrush(systemColorIndex(background));
     }
     if (!m_background) {
-        m_background.reset(CreateSolidBrush(toColorRef(*color)));
+        m_background.reset(CreateSolidBrush(toColorRef(background)));
     }
     return m_background.get();
 }

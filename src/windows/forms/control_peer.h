@@ -52,7 +52,7 @@ public:
     virtual void resized() {}
     // How many pixels the window is too low for a text that must be seen in full.
     [[nodiscard]] virtual int missingHeight() const { return 0; }
-    // Prepares a window that the platform draws, in its own or the control's back colour. Null: no colour is wanted.
+    // Prepares a window that the platform draws, in its own or the control's colours. Null: no colour is wanted.
     [[nodiscard]] HBRUSH prepareColors(HDC device);
     // Owner-drawn windows only.
     virtual void draw(const DRAWITEMSTRUCT& item) { static_cast<void>(item); }
@@ -61,7 +61,7 @@ public:
 
 protected:
     // Sends the control's text to the window unless it is there already.
-    void updateText();
+    virtual void updateText();
 
 private:
     HWND m_window;

@@ -7,6 +7,7 @@
 #include "windows/forms/common_controls.h"
 #include "windows/forms/control_ids.h"
 #include "windows/forms/dpi.h"
+#include "windows/forms/tab_keys.h"
 
 #include <algorithm>
 #include <string>
@@ -78,6 +79,7 @@ void FormWindow::show() {
     }
     flush();
     growToTexts();
+    m_icon.show(handle(), m_form.iconFile());
     m_visible = true;
     ShowWindow(handle(), SW_SHOW);
     SetForegroundWindow(handle());
@@ -110,6 +112,9 @@ void FormWindow::flush() {
 }
 
 bool FormWindow::preview(MSG& message) {
+    if (previewTabKey(message)) {
+        return true;
+    }
     if (message.message == WM_KEYDOWN && previewKeyDown(message)) {
         return true;
     }
@@ -117,6 +122,23 @@ bool FormWindow::preview(MSG& message) {
         return true;
     }
     return IsDialogMessageW(handle(), &message) != FALSE;
+}
+
+// The focus goes to the tabs: what had it may be on the page that is hidden now.
+bool FormWindow::previewTabKey(const MSG& message) noexcept {
+    bool taken = false;
+    for (ui::Control* const control : m_form.controls()) {
+        if (auto* const strip = dynamic_cast<ui::TabStrip*>(control)) {
+            guarded([&] {
+                if (const auto tab = tabAskedFor(message, *strip)) {
+                    taken = true;
+                    strip->userSelect(*tab);
+                    m_form.setFocus(*strip);
+                }
+            });
+        }
+    }
+    return taken;
 }
 
 // Return and Escape, before the dialog manager makes button clicks of them. A key held down since before this window
@@ -130,6 +152,10 @@ bool FormWindow::previewKeyDown(const MSG& message) noexcept {
         return true;
     }
     const auto key = static_cast<char16_t>(message.wParam);
+    if (SendMessageW(message.hwnd, CB_GETDROPPEDSTATE, 0, 0) != 0) {
+        m_fedKey = key; // the open list's: it closes
+        return false;
+    }
     if (feed(key) == 0) {
         return true;
     }

@@ -8,6 +8,7 @@
 #include "windows/adapters/handles.h"
 #include "windows/forms/container_view.h"
 #include "windows/forms/disabled_windows.h"
+#include "windows/forms/form_icon.h"
 #include "windows/forms/window_class.h"
 
 #include <exception>
@@ -61,6 +62,7 @@ private:
     void fitToDesign();
     void growToTexts();
 
+    [[nodiscard]] bool previewTabKey(const MSG& message) noexcept;
     [[nodiscard]] bool previewKeyDown(const MSG& message) noexcept;
     [[nodiscard]] bool previewCharacter(MSG& message) noexcept;
     [[nodiscard]] bool pressInside(HWND focus) noexcept;
@@ -82,6 +84,7 @@ private:
 
     ui::Form& m_form;
     WindowClass m_class;
+    FormIcon m_icon;
     UniqueResource<HWND, destroy> m_window;
     std::unique_ptr<ContainerView> m_view;
     DisabledWindows m_others;

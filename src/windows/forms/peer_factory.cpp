@@ -10,8 +10,10 @@
 #include "windows/forms/label_peer.h"
 #include "windows/forms/list_box_peer.h"
 #include "windows/forms/list_view_peer.h"
+#include "windows/forms/option_button_peer.h"
 #include "windows/forms/picture_box_peer.h"
 #include "windows/forms/progress_bar_peer.h"
+#include "windows/forms/tab_strip_peer.h"
 #include "windows/forms/text_box_peer.h"
 #include "windows/forms/user_control_peer.h"
 
@@ -38,6 +40,7 @@ constexpr std::array kKinds{
     Kind{L"Button", tryMake<ui::Frame, FramePeer>},
     Kind{L"Button", tryMake<ui::Button, ButtonPeer>},
     Kind{L"Button", tryMake<ui::CheckBox, CheckBoxPeer>},
+    Kind{L"Button", tryMake<ui::OptionButton, OptionButtonPeer>},
     Kind{L"ListBox", tryMake<ui::ListBox, ListBoxPeer>},
     Kind{L"Static", tryMake<ui::PictureBox, PictureBoxPeer>},
     Kind{L"Edit", tryMake<ui::TextBox, TextBoxPeer>},
@@ -45,6 +48,7 @@ constexpr std::array kKinds{
     Kind{L"msctls_progress32", tryMake<ui::ProgressBar, ProgressBarPeer>},
     Kind{L"Static", tryMake<ui::FramedBar, FramedBarPeer>},
     Kind{L"SysListView32", tryMake<ui::ListView, ListViewPeer>},
+    Kind{L"SysTabControl32", tryMake<ui::TabStrip, TabStripPeer>},
     Kind{L"Static", tryMake<ui::UserControlSite, UserControlPeer>},
 };
 

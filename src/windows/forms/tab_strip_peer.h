@@ -1,0 +1,23 @@
+// A tab strip's window: a tab control as high as its tabs, above the pages' controls.
+#pragma once
+
+#include "ui/tab_strip.h"
+#include "windows/forms/control_peer.h"
+
+namespace windows {
+
+class TabStripPeer final : public ControlPeer {
+public:
+    TabStripPeer(HWND window, ui::TabStrip& strip) noexcept : ControlPeer(window, strip), m_strip(strip) {}
+
+    void update(Aspects aspects) override;
+    void notify(NMHDR& header) override;
+
+private:
+    void updateTabs();
+    void updateSelection();
+
+    ui::TabStrip& m_strip;
+};
+
+} // namespace windows
