@@ -2,14 +2,14 @@
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
 # qvi_add_test(NAME SOURCES file... [LIBS target...] [INSIDE command]): one program per folder of tests, one CTest entry per program.
-# INSIDE is a command that is given the program as its argument and runs it, native builds only.
+# INSIDE is a command that is given the command that runs the program, and runs it among what its tests need.
 function(qvi_add_test name)
     cmake_parse_arguments(ARG "" "INSIDE" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} qvi_fakes qvi_core qvi_flags GTest::gmock_main GTest::gmock)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     if(ARG_INSIDE)
-        add_test(NAME ${name} COMMAND ${ARG_INSIDE} $<TARGET_FILE:${name}>)
+        add_test(NAME ${name} COMMAND ${ARG_INSIDE} ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
     else()
         add_test(NAME ${name} COMMAND ${name})
     endif()

@@ -28,6 +28,8 @@ struct HttpSettings {
 
     std::string user; // for the server itself: Basic authentication
     std::string password;
+
+    friend bool operator==(const HttpSettings&, const HttpSettings&) = default;
 };
 
 struct HttpHeader {

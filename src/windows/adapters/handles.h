@@ -41,7 +41,7 @@ public:
 
 private:
     static Handle valid(Handle handle) noexcept {
-        return static_cast<void*>(handle) == INVALID_HANDLE_VALUE ? Handle{} : handle;
+        return static_cast<const void*>(handle) == INVALID_HANDLE_VALUE ? Handle{} : handle;
     }
 
     Handle m_handle{};

@@ -1,0 +1,58 @@
+#include "windows/adapters/windows_network.h"
+
+#include "adapters/curl/curl_https.h"
+#include "windows/adapters/schannel_system.h"
+#include "windows/adapters/wide.h"
+
+#include <winsock2.h>
+
+#include <windows.h>
+
+namespace windows {
+namespace {
+
+// For a machine that cannot dial.
+class NoDialer final : public ports::Dialer {
+public:
+    std::vector<std::string> phoneBook() override { return {}; }
+    void dial(std::string_view /*entry*/, ports::DialEvents& events) override {
+        events.error(ERROR_NOT_SUPPORTED, "Dial-up is not available.");
+    }
+    void hangUp() noexcept override {}
+    void forget() noexcept override {}
+    bool connected() const noexcept override { return false; }
+};
+
+std::string pathOf(const wchar_t* moduleName) {
+    wchar_t path[MAX_PATH];
+    const DWORD length = GetModuleFileNameW(GetModuleHandleW(moduleName), path, MAX_PATH);
+    return length < MAX_PATH ? fromWide({path, length}) : std::string();
+}
+
+} // namespace
+
+std::unique_ptr<ports::Https> WindowsNetwork::createHttps() {
+    return std::make_unique<adapters::CurlHttps>(std::make_unique<SchannelSystem>());
+}
+
+std::unique_ptr<ports::Dialer> WindowsNetwork::createDialer() {
+    return std::make_unique<NoDialer>();
+}
+
+ports::SocketLayer WindowsNetwork::socketLayer() {
+    ports::SocketLayer layer;
+    WSADATA data{};
+    if (WSAStartup(MAKEWORD(2, 2), &data) != 0) {
+        return layer;
+    }
+    layer.description = data.szDescription;
+    layer.loaded = true;
+    layer.maxDatagramSize = data.iMaxUdpDg;
+    layer.maxSockets = data.iMaxSockets;
+    layer.path = pathOf(L"ws2_32.dll");
+    layer.status = data.szSystemStatus;
+    WSACleanup();
+    return layer;
+}
+
+} // namespace windows
