@@ -100,6 +100,7 @@ void ContainerView::flush() {
     if (!std::exchange(m_dirty, false)) {
         return;
     }
+    bool unfinished = false;
     std::vector<const ControlPeer*> leaving;
     for (Entry& entry : m_entries) {
         const Aspects dirty = std::exchange(entry.dirty, {});
@@ -108,6 +109,7 @@ void ContainerView::flush() {
         }
         const ControlPeer& peer = *entry.peer;
         entry.peer->update(dirty);
+        unfinished = unfinished || peer.unfinished();
         if (!peer.control().enabled() || !peer.control().visible()) {
             leaving.push_back(&peer);
         } else {
@@ -124,6 +126,24 @@ void ContainerView::flush() {
         leave(peer->window());
         enable(*peer);
         show(*peer);
+    }
+    if (unfinished) {
+        goOnLater();
+    }
+}
+
+// A timer speaks up only when there is neither a key nor anything to paint.
+void ContainerView::goOnLater() noexcept {
+    SetTimer(m_dialog, reinterpret_cast<UINT_PTR>(this), USER_TIMER_MINIMUM, goOn);
+}
+
+void CALLBACK ContainerView::goOn(HWND dialog, UINT /*message*/, UINT_PTR self, DWORD /*time*/) noexcept {
+    KillTimer(dialog, self);
+    auto& view = *reinterpret_cast<ContainerView*>(self);
+    for (const Entry& entry : view.m_entries) {
+        if (entry.peer->unfinished()) {
+            view.mark(entry.peer->control(), ui::Aspect::Text);
+        }
     }
 }
 

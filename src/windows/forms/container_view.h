@@ -56,6 +56,8 @@ private:
     void bind(const ui::Container& container, std::string_view name);
     void refuseUnboundWindows(std::string_view name) const;
     [[nodiscard]] Entry* entryOf(const ui::Control& control) noexcept;
+    void goOnLater() noexcept;
+    static void CALLBACK goOn(HWND dialog, UINT message, UINT_PTR self, DWORD time) noexcept;
     void leave(HWND window);
     void enable(const ControlPeer& peer);
     void show(const ControlPeer& peer);

@@ -42,6 +42,8 @@ public:
 
     // Shows the given aspects, except for being enabled and visible: the view orders those across controls.
     virtual void update(Aspects aspects);
+    // A part of its text is left for another update, soon.
+    [[nodiscard]] virtual bool unfinished() const { return false; }
     // A notification code that the window sent with WM_COMMAND. May run the form's handlers, which may raise.
     virtual void command(WORD notification) { static_cast<void>(notification); }
     // What the window told its dialog with WM_NOTIFY. May run handlers, as command().

@@ -3,75 +3,81 @@
 #include "windows/adapters/wide.h"
 #include "windows/forms/window_text.h"
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+
 namespace windows {
 namespace {
 
-bool showsLines(HWND edit) noexcept {
-    constexpr LONG kManyToRead = ES_MULTILINE | ES_READONLY;
-    return (GetWindowLongW(edit, GWL_STYLE) & kManyToRead) == kManyToRead;
+// What an edit control takes in well under a tenth of a second; bytes.
+constexpr std::size_t kAtOnce = 16 * 1024;
+
+bool isForReadingLines(HWND edit) noexcept {
+    constexpr LONG kStyle = ES_MULTILINE | ES_READONLY;
+    return (GetWindowLongW(edit, GWL_STYLE) & kStyle) == kStyle;
+}
+
+bool continuesCharacter(char byte) noexcept {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
 } // namespace
 
-TextBoxPeer::TextBoxPeer(HWND window, ui::TextBox& box) noexcept
-    : ControlPeer(window, box), m_box(box), m_breaksLines(showsLines(window)) {
+TextBoxPeer::TextBoxPeer(HWND window, ui::TextBox& box) noexcept : ControlPeer(window, box), m_box(box) {
     SendMessageW(window, EM_SETLIMITTEXT, 0, 0); // as long as the platform allows, not the 30,000 it starts with
+    if (isForReadingLines(window)) {
+        m_lines.emplace();
+    }
 }
 
 void TextBoxPeer::command(WORD notification) {
-    if (m_updating || notification != EN_CHANGE) {
+    if (m_updating || m_lines || notification != EN_CHANGE) {
         return;
     }
     const std::string text = fromWide(windowText(window()));
     m_box.userText(text);
     if (m_box.text() != text) { // it took only some of it
-        m_updating = true;
-        replace();
-        m_updating = false;
+        updateText();
     }
-    m_generation = m_box.generation();
-    m_shown = m_box.text().size();
 }
 
 void TextBoxPeer::updateText() {
-    const bool grown = m_generation == m_box.generation();
-    if (grown && m_shown == m_box.text().size()) {
-        return;
-    }
     m_updating = true;
-    if (grown) {
-        append();
+    if (m_lines) {
+        showMore();
     } else {
         replace();
     }
     m_updating = false;
-    m_generation = m_box.generation();
-    m_shown = m_box.text().size();
 }
 
 // The caret stays where it was, as far as the text goes.
 void TextBoxPeer::replace() {
-    m_lines = {};
-    const std::wstring text = displayed(m_box.text());
-    if (text == windowText(window())) {
-        return;
-    }
     DWORD start = 0;
     DWORD end = 0;
     SendMessageW(window(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-    SetWindowTextW(window(), text.c_str());
+    ControlPeer::updateText();
     SendMessageW(window(), EM_SETSEL, start, static_cast<LPARAM>(end));
 }
 
-void TextBoxPeer::append() {
-    const std::wstring tail = displayed(std::string_view(m_box.text()).substr(m_shown));
-    const auto end = static_cast<WPARAM>(GetWindowTextLengthW(window()));
-    SendMessageW(window(), EM_SETSEL, end, static_cast<LPARAM>(end));
-    SendMessageW(window(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(tail.c_str()));
-}
-
-std::wstring TextBoxPeer::displayed(std::string_view part) {
-    return m_breaksLines ? m_lines.add(toWide(part)) : toWide(part);
+void TextBoxPeer::showMore() {
+    if (m_generation != m_box.generation()) {
+        m_generation = m_box.generation();
+        m_shown = 0;
+        m_lines.emplace();
+        SetWindowTextW(window(), L"");
+    }
+    const std::string& text = m_box.text();
+    std::size_t end = std::min(m_shown + kAtOnce, text.size());
+    while (end < text.size() && continuesCharacter(text[end])) {
+        ++end;
+    }
+    const std::wstring part = m_lines->add(toWide(std::string_view(text).substr(m_shown, end - m_shown)));
+    m_shown = end;
+    const auto last = static_cast<WPARAM>(GetWindowTextLengthW(window()));
+    SendMessageW(window(), EM_SETSEL, last, static_cast<LPARAM>(last));
+    SendMessageW(window(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(part.c_str()));
 }
 
 } // namespace windows
