@@ -22,22 +22,35 @@ bool isCheckBox(HWND control) {
     return type == BS_CHECKBOX || type == BS_AUTOCHECKBOX || type == BS_RADIOBUTTON || type == BS_AUTORADIOBUTTON;
 }
 
-std::string lineOf(HWND list, WPARAM index) {
-    const LRESULT length = ask(list, LB_GETTEXTLEN, index);
+// The messages of the two kinds of lists, which are alike otherwise.
+struct ListMessages {
+    UINT count, length, text, select;
+    WORD selected; // the notification of a person's choice, which the message does not give
+};
+
+ListMessages messagesOf(HWND list) {
+    return classOf(list) == "ComboBox"
+               ? ListMessages{CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT, CB_SETCURSEL, CBN_SELCHANGE}
+               : ListMessages{LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT, LB_SETCURSEL, LBN_SELCHANGE};
+}
+
+std::string lineOf(HWND list, const ListMessages& messages, WPARAM index) {
+    const LRESULT length = ask(list, messages.length, index);
     if (length < 0) {
         return {};
     }
     std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
-    const LRESULT copied = ask(list, LB_GETTEXT, index, reinterpret_cast<LPARAM>(text.data()));
+    const LRESULT copied = ask(list, messages.text, index, reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<std::size_t>(std::clamp<LRESULT>(copied, 0, length)));
     return narrow(text);
 }
 
 std::vector<std::string> linesOf(HWND list) {
     std::vector<std::string> lines;
-    const LRESULT count = ask(list, LB_GETCOUNT);
+    const ListMessages messages = messagesOf(list);
+    const LRESULT count = ask(list, messages.count);
     for (LRESULT index = 0; index < count; ++index) {
-        lines.push_back(lineOf(list, static_cast<WPARAM>(index)));
+        lines.push_back(lineOf(list, messages, static_cast<WPARAM>(index)));
     }
     return lines;
 }
@@ -97,10 +110,10 @@ bool selectLine(HWND list, std::string_view text) {
     if (found == lines.end()) {
         return false;
     }
-    ask(list, LB_SETCURSEL, static_cast<WPARAM>(found - lines.begin()));
-    // LB_SETCURSEL does not notify; a person's click does.
-    const auto notification = MAKEWPARAM(GetDlgCtrlID(list), LBN_SELCHANGE);
-    post(GetParent(list), WM_COMMAND, notification, reinterpret_cast<LPARAM>(list));
+    const ListMessages messages = messagesOf(list);
+    ask(list, messages.select, static_cast<WPARAM>(found - lines.begin()));
+    post(GetParent(list), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list), messages.selected),
+         reinterpret_cast<LPARAM>(list));
     return true;
 }
 
