@@ -1,6 +1,7 @@
 #include "windows/adapters/windows_network.h"
 
 #include "adapters/curl/curl_https.h"
+#include "windows/adapters/ras_dialer.h"
 #include "windows/adapters/schannel_system.h"
 #include "windows/adapters/wide.h"
 
@@ -10,18 +11,6 @@
 
 namespace windows {
 namespace {
-
-// For a machine that cannot dial.
-class NoDialer final : public ports::Dialer {
-public:
-    std::vector<std::string> phoneBook() override { return {}; }
-    void dial(std::string_view /*entry*/, ports::DialEvents& events) override {
-        events.error(ERROR_NOT_SUPPORTED, "Dial-up is not available.");
-    }
-    void hangUp() noexcept override {}
-    void forget() noexcept override {}
-    bool connected() const noexcept override { return false; }
-};
 
 std::string pathOf(const wchar_t* moduleName) {
     wchar_t path[MAX_PATH];
@@ -36,7 +25,7 @@ std::unique_ptr<ports::Https> WindowsNetwork::createHttps() {
 }
 
 std::unique_ptr<ports::Dialer> WindowsNetwork::createDialer() {
-    return std::make_unique<NoDialer>();
+    return std::make_unique<RasDialer>();
 }
 
 ports::SocketLayer WindowsNetwork::socketLayer() {
