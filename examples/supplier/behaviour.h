@@ -1,12 +1,16 @@
 // What behaviour.xml says: how the service answers until somebody changes the file. Read anew for every request.
 //
 //   <behaviour>
-//       <off message="Back at noon."/>                          every command is answered with 503 and a SYSDOWN
-//       document <wait milliseconds="500"/>                              before every answer <fail
-//       command="sendimagelinks210" error="Not today."/>  this command is answered with an error <redo
-//       command="sendproductgroups210" times="2"/>        and this one asks for a repetition, twice in a row <answer
-//       command="getaccount130"><file .../></answer>    what stands inside is added to the command's results
+//       <off message="Back at noon."/>
+//       <wait milliseconds="500"/>
+//       <fail command="sendimagelinks210" error="Not today."/>
+//       <redo command="sendproductgroups210" times="2"/>
+//       <answer command="upgrade100" latestversion="7.2"><file webname="files/a.exe" filename="a.exe"/></answer>
 //   </behaviour>
+//
+// off: every command is answered with 503 and a SYSDOWN document. wait: before every answer. fail: the command is
+// answered with an error. redo: it asks for a repetition, so many times in a row. answer: its other attributes and what
+// it holds are added to the command's results; a command that the service does not know becomes one that it does.
 #pragma once
 
 #include "data_folder.h"
@@ -30,7 +34,7 @@ public:
     [[nodiscard]] std::chrono::milliseconds wait() const;
     [[nodiscard]] std::string errorFor(std::string_view command) const;
     [[nodiscard]] int repetitionsOf(std::string_view command) const;
-    // The element whose children belong into the results of this command; no node when there is none.
+    // The answer element of this command; no node when there is none.
     [[nodiscard]] xml::XmlNode additionTo(std::string_view command) const { return find("answer", command); }
 
 private:

@@ -46,6 +46,11 @@ Results::Results(std::string_view command) {
 }
 
 void Results::addContentOf(const xml::XmlNode& element) {
+    for (const xml::Attribute& attribute : element.attributes()) {
+        if (attribute.name != "command") {
+            m_command.setAttribute(attribute.name, attribute.value);
+        }
+    }
     for (const xml::XmlNode& child : element.childNodes()) {
         m_command.appendChild(child);
     }

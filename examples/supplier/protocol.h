@@ -40,7 +40,7 @@ public:
     void askToRepeat() { m_command.setAttribute("redo", "true"); }
     // An element below the command's.
     xml::XmlNode add(std::string_view element) { return m_command.appendChild(m_document.createElement(element)); }
-    // Copies of what stands inside an element of another document.
+    // Copies of what an element of another document has and holds, all but its attribute "command".
     void addContentOf(const xml::XmlNode& element);
     [[nodiscard]] std::string xml() const { return m_document.xml(); }
 

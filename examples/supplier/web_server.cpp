@@ -1,6 +1,6 @@
 #include "web_server.h"
 
-#include "base/runtime_error.h"
+#include "files.h"
 
 #include <httplib.h>
 
@@ -81,6 +81,8 @@ void WebServer::route(httplib::Server& server, const char* scheme) {
     // The end waits for idle connections that clients keep.
     server.set_keep_alive_timeout(1);
     server.Get("/", [](const httplib::Request&, httplib::Response& response) { response.set_content(kPage, kHtml); });
+    server.Get("/files/(.+)",
+               [this](const httplib::Request& request, httplib::Response& response) { sendFile(request, response); });
     server.Post("/",
                 [this](const httplib::Request& request, httplib::Response& response) { execute(request, response); });
     server.set_exception_handler([](const httplib::Request&, httplib::Response& response, std::exception_ptr fault) {
@@ -106,6 +108,23 @@ void WebServer::execute(const httplib::Request& request, httplib::Response& resp
     response.status = answer.status;
     response.set_content(answer.body, kXml);
     response.headers.emplace(kNoteHeader, std::move(answer.note));
+}
+
+void WebServer::sendFile(const httplib::Request& request, httplib::Response& response) {
+    holdBack(Behaviour(m_folder).wait());
+    auto download = findDownload(m_folder, request.matches[1].str());
+    if (!download) {
+        response.status = 404;
+        return;
+    }
+    response.set_header("ETag", download->etag);
+    response.set_header("Accept-Ranges", "bytes");
+    response.body = std::move(download->bytes);
+    response.set_header("Content-Type", "application/octet-stream");
+    // The library cuts the ranges out of the body. One of another version of the file is none of this one.
+    if (request.has_header("If-Range") && request.get_header_value("If-Range") != download->etag) {
+        const_cast<httplib::Request&>(request).ranges.clear(); // its own object, which it shows us as const
+    }
 }
 
 void WebServer::holdBack(std::chrono::milliseconds time) {

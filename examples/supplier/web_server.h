@@ -37,6 +37,7 @@ private:
     [[nodiscard]] int listen(std::unique_ptr<httplib::Server> server, int port, const char* scheme);
     void route(httplib::Server& server, const char* scheme);
     void execute(const httplib::Request& request, httplib::Response& response);
+    void sendFile(const httplib::Request& request, httplib::Response& response);
     void holdBack(std::chrono::milliseconds time);
 
     const DataFolder& m_folder;

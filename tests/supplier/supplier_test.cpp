@@ -99,14 +99,46 @@ TEST_F(Supplier, BehavesAsTheFileSaysFromTheNextRequestOn) {
     EXPECT_EQ(repetitions, "rr-r");
     EXPECT_EQ(send("getaccount400"), "<results><error>Not today.</error></results>");
 
-    behave(R"(<answer command="getnews"><news>Hello</news></answer>)");
-    EXPECT_NE(send("getnews").find("<news>Hello</news>"), std::string::npos);
+    behave(
+        R"(<answer command="upgrade100" latestversion="7.2"><file webname="files/a.exe" filename="a.exe"/></answer>)");
+    EXPECT_EQ(send("upgrade100"), R"(<results><command name="upgrade100" redo="false" latestversion="7.2">)"
+                                  R"(<file webname="files/a.exe" filename="a.exe"/></command></results>)");
 
     behave(R"(<off message="Back at noon."/>)");
     EXPECT_EQ(send("getaccount130"), "<SYSDOWN><message>Back at noon.</message></SYSDOWN>");
     EXPECT_EQ(status, 503);
     behave("<off/>");
     EXPECT_EQ(send("getaccount130"), "<SYSDOWN></SYSDOWN>");
+}
+
+TEST_F(Supplier, SendsFilesAndPartsOfTheVersionThatTheClientKnows) {
+    write("files/setup.exe", "0123456789");
+    const httplib::Result whole = m_client.Get("/files/setup.exe");
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->body, "0123456789");
+    const std::string etag = whole->get_header_value("ETag");
+
+    const struct {
+        const char* name;
+        httplib::Headers headers;
+        const char* body;
+        int status;
+    } rows[] = {
+        {"the rest", {{"Range", "bytes=4-"}}, "456789", 206},
+        {"the rest of this version", {{"Range", "bytes=4-"}, {"If-Range", etag}}, "456789", 206},
+        {"the rest of another version", {{"Range", "bytes=4-"}, {"If-Range", "\"old\""}}, "0123456789", 200},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const httplib::Result part = m_client.Get("/files/setup.exe", row.headers);
+        EXPECT_EQ(part->status, row.status);
+        EXPECT_EQ(part->body, row.body);
+    }
+    EXPECT_EQ(m_client.Get("/files/setup.exe", {{"Range", "bytes=20-"}})->status, 416);
+    for (const char* outside : {"/files/../accounts.xml", "/files/%2e%2e/accounts.xml", "/files/..%5Caccounts.xml",
+                                "/files//etc/passwd", "/files/", "/accounts.xml"}) {
+        EXPECT_EQ(m_client.Get(outside)->status, 404) << outside;
+    }
 }
 
 TEST_F(Supplier, AnswersWhatIsWrongClearlyAndGoesOn) {
