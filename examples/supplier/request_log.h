@@ -1,6 +1,6 @@
 // requests.log in the data folder: one line per answered request, for tests and for the curious. Never a password.
 //
-//   2026-02-01T09:30:00Z https POST / bytes=410 status=200 command=sendimagelinks210 profile=1001 created=2 deleted=1
+//   2026-02-01T09:30:00Z https POST / bytes=410 status=200 command=sendimagelinks210 profile=1001 lastdate= redo
 #pragma once
 
 #include <filesystem>

@@ -15,7 +15,10 @@ struct HttpsWorld {
     std::unique_ptr<ports::Https> (*create)() = nullptr;
     bool useWinInet = false;     // what its requests ask for
     bool socksAndTunnels = true; // it can go through these
-    std::string slowName;        // a host whose name takes seconds to look up; "" where that cannot be had
+    // It knows every byte that goes or comes. A library in between hides half a head, a missing last chunk, and how far
+    // a body has gone out.
+    bool seesTheWire = true;
+    std::string slowName; // a host whose name takes seconds to look up; "" where that cannot be had
 };
 
 // The real transports of this target, in which the peers' authority is trusted.

@@ -56,7 +56,19 @@ std::vector<HttpsWorld> httpsWorlds() {
     HttpsWorld curl;
     curl.name = "Curl";
     curl.create = [] { return windows::WindowsNetwork().createHttps(); };
-    return {curl};
+    HttpsWorld winInet = curl;
+    winInet.name = "WinInet";
+    winInet.useWinInet = true;
+    winInet.socksAndTunnels = false;
+    winInet.seesTheWire = false;
+    winInet.create = [] {
+        // Wine's WinInet, unlike Windows', takes these for the user's Internet options.
+        for (const wchar_t* variable : {L"http_proxy", L"https_proxy", L"all_proxy"}) {
+            SetEnvironmentVariableW(variable, nullptr);
+        }
+        return windows::WindowsNetwork().createHttps();
+    };
+    return {curl, winInet};
 }
 
 } // namespace contracts

@@ -2,6 +2,7 @@
 #include "windows/adapters/schannel_system.h"
 
 #include "windows/adapters/certificate_check.h"
+#include "windows/adapters/keep_loaded.h"
 
 #include <windows.h>
 
@@ -25,11 +26,7 @@ std::string SchannelSystem::certificateFault(const void* session, const std::str
 }
 
 void SchannelSystem::keepCodeLoaded() noexcept {
-    // Any address in this module names it.
-    static const char inThisModule = 0;
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-                       reinterpret_cast<const wchar_t*>(&inThisModule), &module);
+    windows::keepCodeLoaded();
 }
 
 } // namespace windows

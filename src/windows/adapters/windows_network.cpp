@@ -3,7 +3,9 @@
 #include "adapters/curl/curl_https.h"
 #include "windows/adapters/ras_dialer.h"
 #include "windows/adapters/schannel_system.h"
+#include "windows/adapters/selected_https.h"
 #include "windows/adapters/wide.h"
+#include "windows/adapters/wininet_https.h"
 
 #include <winsock2.h>
 
@@ -21,7 +23,8 @@ std::string pathOf(const wchar_t* moduleName) {
 } // namespace
 
 std::unique_ptr<ports::Https> WindowsNetwork::createHttps() {
-    return std::make_unique<adapters::CurlHttps>(std::make_unique<SchannelSystem>());
+    return std::make_unique<SelectedHttps>(std::make_unique<adapters::CurlHttps>(std::make_unique<SchannelSystem>()),
+                                           std::make_unique<WinInetHttps>());
 }
 
 std::unique_ptr<ports::Dialer> WindowsNetwork::createDialer() {
