@@ -52,7 +52,9 @@ struct HttpRequest {
 // How a request ended. An answer counts as whole whatever its status: an error page is an answer.
 struct HttpOutcome {
     enum class Kind : std::uint8_t {
-        Answered,      // an answer came, whole. Also a proxy's refusal of a tunnel, whose status and reason these are
+        // An answer came, whole. Also a proxy's refusal of a tunnel, whose status and reason these are; and a refusal
+        // (400 and above) whose page was cut off, as happens when a proxy refuses without reading the request.
+        Answered,
         ConnectFailed, // refused, or the machine cannot be reached
         TimedOut,
         Cancelled,        // by cancel(), and by nothing else

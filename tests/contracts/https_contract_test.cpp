@@ -1,10 +1,7 @@
 // What every transport behind the port must do, on the real ones of this target, against real peers.
-#include "contracts/error_number.h"
 #include "contracts/https_contract.h"
 
 #include <gmock/gmock.h>
-
-#include <stdexcept>
 
 namespace contracts {
 namespace {
@@ -108,6 +105,14 @@ TEST_P(HttpsContract, FailuresAreToldApart) {
         EXPECT_NE(end.code, 0);
         EXPECT_NE(end.description, "");
         EXPECT_EQ(end.description.find_first_of("\r\n"), std::string::npos);
+    }
+    if (!GetParam().useWinInet) {
+        // Refused before the body was read: the refusal counts, though the connection is reset in the middle of its
+        // page.
+        const ports::HttpOutcome end = perform(post(at("HTTP", "/refused-unread"), "<body/>"));
+        EXPECT_EQ(end.kind, Kind::Answered) << end.description;
+        EXPECT_EQ(end.status, 407);
+        EXPECT_EQ(heard->body, "12345");
     }
     expectUsable();
 }

@@ -46,6 +46,7 @@ SCRIPTS = {
     '/empty': [],
     '/reset': [RESET],
     '/reset-in-body': [head('HTTP/1.1 200 OK', 'Content-Length: 10') + b'12345', 0.1, RESET],
+    '/refused-unread': [head('HTTP/1.1 407 Proxy Authentication Required', 'Content-Length: 10') + b'12345', 0.1, RESET],
     '/short': [head('HTTP/1.1 200 OK', 'Content-Length: 10') + b'12345'],
     '/short-chunk': [head('HTTP/1.1 200 OK', 'Transfer-Encoding: chunked') + b'a\r\n12345'],
     '/no-last-chunk': [head('HTTP/1.1 200 OK', 'Transfer-Encoding: chunked') + b'5\r\n12345\r\n'],
@@ -69,7 +70,7 @@ def read_head(connection):
     received = b''
     while b'\r\n\r\n' not in received:
         more = connection.recv(65536)
-        if not more or more.startswith(b'\x16'):  # the client is gone, or speaks TLS
+        if not more or not (received + more)[:1].isalpha():  # the client is gone, or speaks TLS or SOCKS
             return None, b''
         received += more
     request_head, body = received.split(b'\r\n\r\n', 1)
@@ -120,8 +121,12 @@ class BytePeer:
         path = target.split('?')[0]
         if path == '/unread':  # the body of the request is left in the pipe
             return self.play(connection, [HOLD])
+        body = bytearray(body)
         while len(body) < length_of(request_head):
-            body += connection.recv(1 << 20)
+            more = connection.recv(1 << 20)
+            if not more:
+                return False
+            body += more
         if path == '/echo':
             return self.play(connection, answer('HTTP/1.1 200 OK', request_head + b'\r\n\r\n' + body))
         return self.play(connection, self.scripts.get(path, page(404, 'No Such Script', b'')))

@@ -291,6 +291,13 @@ bool Transfer::tunnelRefused() const noexcept {
     return !m_requestOut && m_tunnelHead.status >= 300;
 }
 
+// Proxies refuse a login without reading the body of the request; closing then resets the connection, and may cut off
+// the page that says so. What was refused, and by which status, is known.
+bool Transfer::refusalCutOff(CURLcode result) const noexcept {
+    const bool cutOff = result == CURLE_RECV_ERROR || result == CURLE_SEND_ERROR || result == CURLE_PARTIAL_FILE;
+    return cutOff && m_requestOut && m_began && !m_inHead && m_head.status >= 400;
+}
+
 std::string Transfer::describe(CURLcode result) const {
     if (result == CURLE_OPERATION_TIMEDOUT) {
         return "The operation timed out.";
@@ -299,17 +306,17 @@ std::string Transfer::describe(CURLcode result) const {
 }
 
 HttpOutcome Transfer::outcome(CURLcode result) const {
-    const bool refused = result == CURLE_RECV_ERROR && tunnelRefused();
+    const bool noTunnel = result == CURLE_RECV_ERROR && tunnelRefused();
     HttpOutcome end;
     if (m_cancelled) {
         end = failed(CURLE_ABORTED_BY_CALLBACK, curl_easy_strerror(CURLE_ABORTED_BY_CALLBACK));
         end.kind = Kind::Cancelled;
     } else if (!m_certificateFault.empty()) {
         end = failed(CURLE_PEER_FAILED_VERIFICATION, m_certificateFault);
-    } else if (result != CURLE_OK && !refused) {
+    } else if (result != CURLE_OK && !noTunnel && !refusalCutOff(result)) {
         end = failed(result, describe(result));
     }
-    if (const AnswerHead& head = refused ? m_tunnelHead : m_head; head.status >= 200) {
+    if (const AnswerHead& head = noTunnel ? m_tunnelHead : m_head; head.status >= 200) {
         end.status = head.status;
         end.reason = head.reason.empty() ? standardReason(head.status) : head.reason;
     }

@@ -35,6 +35,7 @@ private:
     [[nodiscard]] ports::HttpOutcome outcome(CURLcode result) const;
     [[nodiscard]] std::string describe(CURLcode result) const;
     [[nodiscard]] bool tunnelRefused() const noexcept;
+    [[nodiscard]] bool refusalCutOff(CURLcode result) const noexcept;
 
     // libcurl calls these; each says whether to go on.
     bool connected();
