@@ -78,7 +78,7 @@ Answer Service::execute(std::string_view body) {
     }
     const Request request(body);
     if (!request.wrong().empty()) {
-        return {400, refusal(request.wrong()), " wrong=" + asWord(request.wrong())};
+        return {400, refusal(request.wrong()), " wrong"};
     }
     Answer answer;
     answer.note = " command=" + asWord(request.command()) + " profile=" + asWord(request.profile()) +
@@ -87,17 +87,29 @@ Answer Service::execute(std::string_view body) {
     return answer;
 }
 
-std::string Service::perform(const Request& request, const Behaviour& behaviour, std::string& note) {
+bool Service::letIn(const Request& request, std::string& note) const {
     const Accounts accounts(m_folder);
-    const xml::XmlNode account = accounts.find(request.profile(), request.password());
+    xml::XmlNode account = accounts.find(request.profile(), request.password());
+    const std::string newPassword = request.newPassword();
+    if (!account && !newPassword.empty()) {
+        // The second command of the run in which the password was changed still names the old one.
+        account = accounts.find(request.profile(), newPassword);
+    }
     // An account's number becomes part of file names.
     if (!account || !base::namesAFileInside(request.profile())) {
         note += " refused";
-        return refusal("The profile or the password is not correct.");
+        return false;
     }
-    if (const std::string password = request.newPassword(); !password.empty()) {
-        accounts.changePassword(account, password);
+    if (!newPassword.empty()) {
+        accounts.changePassword(account, newPassword);
         note += " newpassword";
+    }
+    return true;
+}
+
+std::string Service::perform(const Request& request, const Behaviour& behaviour, std::string& note) {
+    if (!letIn(request, note)) {
+        return refusal("The profile or the password is not correct.");
     }
     const auto failed = [&note](std::string_view text) {
         note += " error=" + asWord(text);

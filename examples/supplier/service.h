@@ -29,6 +29,8 @@ public:
     [[nodiscard]] Answer execute(std::string_view body);
 
 private:
+    // Each adds to the note what the log should know. letIn() keeps a new password.
+    [[nodiscard]] bool letIn(const Request& request, std::string& note) const;
     [[nodiscard]] std::string perform(const Request& request, const Behaviour& behaviour, std::string& note);
     [[nodiscard]] bool wantsRepetition(const Request& request, const Behaviour& behaviour);
 
