@@ -54,7 +54,6 @@ frmDial::frmDial(const DialServices& services, DialHost host)
     connectHandlers();
     txtPort.digitsOnly = true;
     txtTransfer.setBackColor(ui::color::kWindowBackground);
-    lblNotStored.setForeColor(ui::color::kGrayText);
 }
 
 frmDial::~frmDial() {
@@ -216,9 +215,11 @@ void frmDial::Form_KeyPress(char16_t& key) {
     if (key == ui::key::kEscape) {
         key = 0;
         leave(true);
-    } else if (key == ui::key::kReturn && focused() == &txtURL && cmdGet.enabled()) {
+    } else if (key == ui::key::kReturn && focused() == &txtURL) {
         key = 0;
-        cmdGet_Click();
+        if (cmdGet.enabled()) {
+            cmdGet_Click();
+        }
     }
 }
 

@@ -12,7 +12,6 @@ using Color = std::uint32_t;
 namespace color {
 inline constexpr Color kWindowBackground = 0x80000005;
 inline constexpr Color kWindowText = 0x80000008;
-inline constexpr Color kGrayText = 0x80000011;
 inline constexpr Color kButtonFace = 0x8000000F;
 inline constexpr Color kLight3d = 0x80000016;
 } // namespace color

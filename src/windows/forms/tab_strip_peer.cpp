@@ -33,10 +33,21 @@ void TabStripPeer::updateTabs() {
         item.pszText = title.data();
         SendMessageW(window(), TCM_INSERTITEMW, index, reinterpret_cast<LPARAM>(&item));
     }
+    cutOffPane();
 }
 
 void TabStripPeer::updateSelection() {
     SendMessageW(window(), TCM_SETCURSEL, m_strip.selected(), 0);
+}
+
+void TabStripPeer::cutOffPane() {
+    constexpr int kLine = 2; // pixels
+    RECT tab{};
+    if (SendMessageW(window(), TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&tab)) != FALSE) {
+        RECT all{};
+        GetClientRect(window(), &all);
+        SetWindowRgn(window(), CreateRectRgn(0, 0, all.right, tab.bottom + kLine), TRUE); // which owns the region then
+    }
 }
 
 } // namespace windows

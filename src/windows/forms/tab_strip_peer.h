@@ -12,10 +12,13 @@ public:
 
     void update(Aspects aspects) override;
     void notify(NMHDR& header) override;
+    void resized() override { cutOffPane(); }
 
 private:
     void updateTabs();
     void updateSelection();
+    // Leaves the tabs and the line below them: the pane's sides would only stick out.
+    void cutOffPane();
 
     ui::TabStrip& m_strip;
 };
