@@ -53,9 +53,7 @@ protected:
             SCOPED_TRACE(row.name + ": " + std::to_string(end.code) + " " + end.description);
             EXPECT_EQ(end.kind, row.kind);
             EXPECT_EQ(end.status, row.status);
-            if (GetParam().seesTheWire) {
-                EXPECT_EQ(heard->started, row.started);
-            }
+            EXPECT_EQ(heard->started, row.started);
             EXPECT_FALSE(end.broken);
             EXPECT_EQ(end.description.empty(), row.kind == Kind::Answered);
             if (row.status == 200) {

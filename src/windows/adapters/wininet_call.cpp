@@ -11,9 +11,24 @@
 
 namespace windows {
 
+namespace {
+
+bool showsCertificate(HINTERNET request) noexcept {
+    PCCERT_CHAIN_CONTEXT chain = nullptr;
+    DWORD size = sizeof chain;
+    if (!InternetQueryOptionW(request, INTERNET_OPTION_SERVER_CERT_CHAIN_CONTEXT, &chain, &size)) {
+        return false;
+    }
+    CertFreeCertificateChain(chain);
+    return true;
+}
+
+} // namespace
+
 // Belongs to both sides: WinInet's threads use it until the handle is closed, which can be after the call is gone.
 struct WinInetCall::Shared {
     UniqueHandle changed{CreateEventW(nullptr, FALSE, FALSE, nullptr)};
+    bool secure = false;
     std::string body;
     DWORD available = 0;
     std::array<char, 32 * 1024> buffer;
@@ -28,6 +43,7 @@ WinInetCall::WinInetCall(HINTERNET connection, const wchar_t* verb, const std::w
     if (!m_shared->changed) {
         throw base::RuntimeError(base::error::kOutOfMemory);
     }
+    m_shared->secure = (flags & INTERNET_FLAG_SECURE) != 0;
     // WinInet's own share; given back with the last word about the handle.
     auto* context = new std::shared_ptr<Shared>(m_shared);
     InternetSetStatusCallbackW(connection, &onStatus);
@@ -51,17 +67,19 @@ WinInetCall::~WinInetCall() {
     }
 }
 
-void CALLBACK WinInetCall::onStatus(HINTERNET /*handle*/, DWORD_PTR context, DWORD status, void* information,
+void CALLBACK WinInetCall::onStatus(HINTERNET handle, DWORD_PTR context, DWORD status, void* information,
                                     DWORD /*size*/) noexcept {
     auto* share = reinterpret_cast<std::shared_ptr<Shared>*>(context);
     if (share == nullptr) {
         return;
     }
     Shared& shared = **share;
+    // On the way to a secret server the first requests are for a proxy's tunnel.
+    const bool goesOut = status == INTERNET_STATUS_SENDING_REQUEST && (!shared.secure || showsCertificate(handle));
     {
         const std::scoped_lock lock(shared.mutex);
         shared.news.any = true;
-        if (status == INTERNET_STATUS_SENDING_REQUEST) {
+        if (goesOut) {
             shared.news.sending = true;
         } else if (status == INTERNET_STATUS_REQUEST_SENT) {
             shared.news.sent = true;
@@ -117,13 +135,7 @@ WinInetCall::News WinInetCall::look(std::chrono::milliseconds time) {
 }
 
 bool WinInetCall::encrypted() const noexcept {
-    PCCERT_CHAIN_CONTEXT chain = nullptr;
-    DWORD size = sizeof chain;
-    if (!InternetQueryOptionW(m_request.get(), INTERNET_OPTION_SERVER_CERT_CHAIN_CONTEXT, &chain, &size)) {
-        return false;
-    }
-    CertFreeCertificateChain(chain);
-    return true;
+    return showsCertificate(m_request.get());
 }
 
 std::string WinInetCall::rawHead() const {

@@ -21,8 +21,8 @@ constexpr int kMostRedirects = 5;
 // WinInet says that a body has gone out, not how far it has come: so much of one makes up for a second of silence.
 constexpr std::size_t kSlowestBytesPerSecond = 1000;
 
-constexpr DWORD kFlags = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_COOKIES |
-                         INTERNET_FLAG_NO_UI | INTERNET_FLAG_KEEP_CONNECTION | INTERNET_FLAG_NO_AUTO_REDIRECT;
+constexpr DWORD kAlways = INTERNET_FLAG_RELOAD | INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_COOKIES |
+                          INTERNET_FLAG_NO_UI | INTERNET_FLAG_NO_AUTO_REDIRECT;
 
 } // namespace
 
@@ -81,8 +81,7 @@ DWORD WinInetTransfer::follow(UniqueInternet session) {
 
 DWORD WinInetTransfer::exchange(HINTERNET connection, const WinInetAddress& address, bool givesLogin) {
     const bool post = m_request.method == HttpRequest::Method::Post;
-    WinInetCall call(connection, post ? L"POST" : L"GET", address.target(),
-                     kFlags | (address.secure() ? INTERNET_FLAG_SECURE : 0));
+    WinInetCall call(connection, post ? L"POST" : L"GET", address.target(), flagsFor(address));
     setWinInetOptions(call.handle(), m_request, address.secure());
     const std::string headers = wininetHeaderLines(m_request, address.secure(), givesLogin);
     m_began = false;
@@ -101,6 +100,18 @@ DWORD WinInetTransfer::exchange(HINTERNET connection, const WinInetAddress& addr
     }
     tellHead();
     return m_cancelled ? ERROR_INTERNET_OPERATION_CANCELLED : receive(call);
+}
+
+DWORD WinInetTransfer::flagsFor(const WinInetAddress& address) const noexcept {
+    DWORD flags = kAlways;
+    if (address.secure()) {
+        flags |= INTERNET_FLAG_SECURE;
+    }
+    // WinInet does not ask under which login a tunnel was opened: none is kept for the next request.
+    if (!address.secure() || m_request.settings.proxyServer.empty()) {
+        flags |= INTERNET_FLAG_KEEP_CONNECTION;
+    }
+    return flags;
 }
 
 // Waits for a step that was begun. With m_cancelled set the result means nothing.

@@ -23,6 +23,7 @@ public:
 private:
     DWORD follow(UniqueInternet session);
     DWORD exchange(HINTERNET connection, const WinInetAddress& address, bool givesLogin);
+    [[nodiscard]] DWORD flagsFor(const WinInetAddress& address) const noexcept;
     DWORD finish(WinInetCall& call, DWORD begun);
     DWORD readHead(const WinInetCall& call);
     void tellHead();
