@@ -46,9 +46,9 @@ std::string_view toSetting(const ui::CheckBox& box) {
 
 frmDial::frmDial(const DialServices& services, DialHost host)
     : Form(services.desktop, "frmDial"),
+      HTTPS1(services.network, services.fileSystem),
       m_services(services),
-      m_host(std::move(host)),
-      HTTPS1(services.network, services.fileSystem) {
+      m_host(std::move(host)) {
     setTexts();
     makePages();
     connectHandlers();

@@ -89,6 +89,8 @@ public:
     ui::Button cmdWinsock{*this, "cmdWinsock"};
     ui::TextBox txtTransfer{*this, "txtTransfer"};
 
+    HttpsControl HTTPS1; // of the test
+
     ui::Label lblNotStored{*this, "lblNotStored"};
     ui::Button cmdOK{*this, "cmdOK"};
     ui::Button bCancel2{*this, "bCancel2"};
@@ -137,7 +139,6 @@ private:
 
     DialServices m_services;
     DialHost m_host;
-    HttpsControl HTTPS1;
     TransferText m_transfer;
     bool m_filling = false; // assigning a control is no choice of the user's then
     bool m_dialling = false;
