@@ -36,8 +36,7 @@ class HttpsControl::Running {
 public:
     explicit Running(HttpsControl& control) : m_control(control) {
         control.m_busy = true;
-        control.m_response.clear();
-        control.m_contentType.clear();
+        control.forgetAnswer();
         control.m_bytesSoFar = 0;
         control.m_notWritten.reset();
         if (!control.LocalFile.empty()) {
@@ -117,6 +116,11 @@ bool HttpsControl::systemIsDown() const {
 
 void HttpsControl::cancel() noexcept {
     m_transport->cancel();
+}
+
+void HttpsControl::forgetAnswer() noexcept {
+    m_response.clear();
+    m_contentType.clear();
 }
 
 void HttpsControl::transferStarted() {

@@ -80,6 +80,8 @@ public:
     void cancel() noexcept;
     [[nodiscard]] bool busy() const noexcept { return m_busy; }
 
+    // As if nothing had been asked yet.
+    void forgetAnswer() noexcept;
     // The body of the last answer as bytes, also of an error page; "" after a failure without one.
     [[nodiscard]] const std::string& response() const noexcept { return m_response; }
     // The value of its Content-Type; "" without one.

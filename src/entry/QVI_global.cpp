@@ -6,7 +6,8 @@
 namespace entry {
 
 sendreceive::Services sendReceiveServices(Environment& e) {
-    return {e.desktop, e.fileSystem, e.settings, e.clock, e.ansi, e.locale, e.pictures, e.login};
+    return {e.desktop, e.fileSystem, e.settings, e.clock,   e.ansi,
+            e.locale,  e.pictures,   e.login,    e.network, e.componentFolder};
 }
 
 void showSendReceive(Environment& environment) {

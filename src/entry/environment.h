@@ -8,12 +8,14 @@
 #include "ports/data_protection.h"
 #include "ports/file_system.h"
 #include "ports/locale.h"
+#include "ports/network.h"
 #include "ports/picture_decoder.h"
 #include "ports/settings.h"
 #include "ui/desktop.h"
 
 #include <atomic>
 #include <memory>
+#include <string>
 
 namespace entry {
 
@@ -27,6 +29,8 @@ struct Environment {
     ports::CodePage& ansi;
     ports::Locale& locale;
     ports::DataProtection& protection;
+    ports::Network& network;
+    std::string componentFolder; // the component's own files are here; without a final backslash
 
     // The current image manager form with the host's values in its variables. All clsQVI_Link objects share it: it is
     // filled by either Show method, and released only at the end of ShowForm.

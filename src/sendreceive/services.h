@@ -6,13 +6,17 @@
 #include "ports/code_page.h"
 #include "ports/file_system.h"
 #include "ports/locale.h"
+#include "ports/network.h"
 #include "ports/picture_decoder.h"
 #include "ports/settings.h"
 #include "ui/desktop.h"
 
+#include <chrono>
+#include <string>
+
 namespace sendreceive {
 
-// Not owned; outlive the objects that are given them.
+// The services are not owned and outlive the objects that are given them.
 struct Services {
     ui::Desktop& desktop;
     ports::FileSystem& fileSystem;
@@ -22,6 +26,10 @@ struct Services {
     ports::Locale& locale;
     ports::PictureDecoder& pictures;
     login::frmLogin& login;
+    ports::Network& network;
+    std::string componentFolder; // where the component's own files are; without a final backslash
+    // For connecting to the server, and for its silence after that.
+    std::chrono::milliseconds timeOut{600'000};
 };
 
 } // namespace sendreceive

@@ -1,12 +1,12 @@
 #include "sendreceive/ucSendReceive.h"
 
+#include "base/number.h"
 #include "base/runtime_error.h"
-#include "base/text.h"
 #include "entry/host_account.h"
 #include "entry/modStyles.h"
 #include "sendreceive/command_list.h"
+#include "sendreceive/exchange.h"
 #include "sendreceive/trace_file.h"
-#include "ui/form.h"
 #include "ui/report_errors.h"
 
 #include <algorithm>
@@ -24,20 +24,16 @@ constexpr std::int32_t kFullBar = ui::FramedBar::kFrameWidth - 30;
     throw base::RuntimeError(base::error::kMemberNotSupported);
 }
 
-// Lends the process's one login form to a run. However that ends, the form is unloaded and lets go of the host's
-// objects, which must not live as long as it does.
-class LoginLoan {
+// The connection settings while they are on the screen, for who wants to close them.
+class Shown {
 public:
-    explicit LoginLoan(login::frmLogin& form) : m_form(form) {}
-    LoginLoan(const LoginLoan&) = delete;
-    LoginLoan& operator=(const LoginLoan&) = delete;
-    ~LoginLoan() {
-        m_form.unload();
-        m_form.host = {};
-    }
+    Shown(connection::frmDial*& where, connection::frmDial& form) : m_where(where) { where = &form; }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+    ~Shown() { m_where = nullptr; }
 
 private:
-    login::frmLogin& m_form;
+    connection::frmDial*& m_where;
 };
 
 } // namespace
@@ -73,17 +69,48 @@ void ucSendReceive::SetDownloadVisible(bool visible) {
     cDownloadFiles.setVisible(visible);
 }
 
-bool ucSendReceive::LoadfrmDial(bool) {
-    notInThisVersion();
+bool ucSendReceive::LoadfrmDial(bool dialMode) {
+    const auto self = shared_from_this();
+    bool accepted = false;
+    reportErrors("LoadfrmDial", [&] {
+        const entry::HostGlobals host = globals();
+        connection::frmDial form(
+            {m_services.desktop, m_services.fileSystem, m_services.settings, m_services.network, dialer(),
+             [this](std::string_view line) { WriteSingleLog(std::string(line), false); }},
+            {host.text("gSettingString"), host.text("gWebService"), sWebAddress, m_services.componentFolder});
+        form.DialMode = dialMode;
+        form.load();
+        const Shown shown(m_dialForm, form);
+        form.showModal();
+        accepted = !form.Cancelled;
+    });
+    return accepted;
 }
 
-bool ucSendReceive::DownloadFile(const std::string&, const std::string&) {
-    notInThisVersion();
+bool ucSendReceive::DownloadFile(const std::string& url, const std::string& localFile) {
+    std::string address = url;
+    return SendReceive(address, "1", nullptr, nullptr, localFile, true, false);
 }
 
-bool ucSendReceive::SendReceive(std::string&, const std::string&, const std::shared_ptr<xml::XmlDocument>&,
-                                const std::shared_ptr<xml::XmlDocument>&, const std::string&, bool, bool) {
-    notInThisVersion();
+bool ucSendReceive::SendReceive(std::string& url, const std::string& method,
+                                const std::shared_ptr<xml::XmlDocument>& results,
+                                const std::shared_ptr<xml::XmlDocument>& request, const std::string& localFile,
+                                bool dontLoadResults, bool forceDownload) {
+    const auto self = shared_from_this();
+    bool succeeded = false;
+    reportErrors("SendReceive", [&] {
+        if (https().busy()) { // asked for from inside the transfer that runs
+            WriteSingleLog("Sub SendReceive: busy", false);
+            return;
+        }
+        if (!m_busy) {
+            gCancelled = false;
+        }
+        succeeded = Exchange(*this, m_services, https(),
+                             {url, method, results, request, localFile, dontLoadResults, forceDownload})
+                        .run();
+    });
+    return succeeded;
 }
 
 bool ucSendReceive::DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>&, const std::string&, const std::string&) {
@@ -91,11 +118,20 @@ bool ucSendReceive::DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>&, co
 }
 
 void ucSendReceive::DisconnectFromInternet() {
-    notInThisVersion();
+    reportErrors("DisconnectFromInternet", [&] {
+        dialer().hangUp();
+        if (m_dialForm != nullptr) {
+            m_dialForm->unload();
+        }
+    });
 }
 
-bool ucSendReceive::CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>&, bool, const std::string&, bool) {
-    notInThisVersion();
+bool ucSendReceive::CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>& results, bool, const std::string&,
+                                          bool) {
+    if (results && !results->selectNodes("//file").empty()) {
+        notInThisVersion();
+    }
+    return true;
 }
 
 void ucSendReceive::RunSetup() {
@@ -200,7 +236,7 @@ void ucSendReceive::Setcolors() {
 void ucSendReceive::SetHTTPSettings() {
     reportErrors("SetHTTPSettings", [&] {
         const entry::HostGlobals host = globals();
-        connection::setHttpSettings(m_http, m_services.settings,
+        connection::setHttpSettings(https().settings, m_services.settings,
                                     {host.text("gSettingString"), host.text("gWebService"), cAlternate.checked()},
                                     [&](std::string_view line) { WriteSingleLog(std::string(line), false); });
     });
@@ -215,42 +251,33 @@ void ucSendReceive::WriteSingleLog(const std::string& text, bool restart) {
     });
 }
 
-bool ucSendReceive::logIn() {
-    login::frmLogin& form = m_services.login;
-    const LoginLoan loan(form);
-    const entry::HostGlobals host = globals();
-    form.UserName = host.text("gProfileNumber");
-    form.host = {host, entry::HostAccount(host, Account)};
-    form.OKPressed = false;
-    form.load();
-    form.showModal();
-    if (form.OKPressed) {
-        writePassword(base::upperCase(form.Password), base::upperCase(form.NewPassword));
-    }
-    return form.OKPressed;
+std::string ucSendReceive::GetLastDate(const std::string& name, const std::string& accountSpecific) {
+    return accountDates(globals()).GetLastDate(name, accountSpecific);
 }
 
-// A new password of an earlier run must not go out again.
-void ucSendReceive::writePassword(const std::string& password, const std::string& newPassword) {
-    if (!m_commands) {
-        throw base::RuntimeError(base::error::kObjectNotSet);
-    }
-    setRootAttribute("password", password);
-    if (!newPassword.empty()) {
-        setRootAttribute("newpassword", newPassword);
-    } else if (m_commands->documentElement().hasAttribute("newpassword")) {
-        m_commands->documentElement().removeAttribute("newpassword");
-        if (m_hostCommands) {
-            m_hostCommands->removeRootAttribute("newpassword");
-        }
+void ucSendReceive::beginTransfer() {
+    m_announcedLength = 0;
+    barProgress.setBarWidth(0);
+}
+
+void ucSendReceive::announceLength(std::string_view bytes) {
+    const double length = base::toNumber(bytes).value_or(0);
+    constexpr double kLongest = 1e15; // beyond all transfers, within what the arithmetic holds
+    m_announcedLength = length >= 1 && length < kLongest ? static_cast<std::int64_t>(length) : 0;
+}
+
+// Without a length to compare with, the full bar says that something comes.
+void ucSendReceive::showTransfer(std::int64_t bytesSoFar) {
+    if (m_announcedLength > bytesSoFar) {
+        barProgress.setBarWidth(std::int64_t{ui::FramedBar::kFrameWidth} * bytesSoFar / m_announcedLength);
+        m_services.desktop.doEvents();
+    } else {
+        barProgress.setBarWidth(kFullBar);
     }
 }
 
-void ucSendReceive::setRootAttribute(std::string_view name, const std::string& value) {
-    m_commands->documentElement().setAttribute(name, value);
-    if (m_hostCommands) {
-        m_hostCommands->setRootAttribute(name, value);
-    }
+void ucSendReceive::askForOptions(const std::string& url) {
+    fire([&](Events& listener) { listener.OpenfrmOptions(url); });
 }
 
 void ucSendReceive::advise(Events& listener) {
@@ -272,6 +299,10 @@ void ucSendReceive::fire(const std::function<void(Events&)>& event) {
 }
 
 void ucSendReceive::cmdCancel_Click() {
+    gCancelled = true;
+    if (HTTPS1) {
+        HTTPS1->cancel();
+    }
     reportErrors("cmdCancel_Click", [&] { fire([](Events& listener) { listener.Cancelled(); }); });
 }
 
@@ -282,33 +313,26 @@ void ucSendReceive::UserControl_KeyPress(char16_t& key) {
     }
 }
 
-void ucSendReceive::cmdOK_Click() {
-    const auto self = shared_from_this();
-    setBusy(true);
-    reportErrors("cmdOK_Click", [&] {
-        if (bLoginNotRequired || logIn()) {
-            WriteSingleLog("Sub cmdOK_Click: Start Send Receive", true);
-            m_services.desktop.messageBox("The exchange with the supplier is not part of this version.");
-        }
-    });
-    setBusy(false);
-}
-
-void ucSendReceive::setBusy(bool busy) {
-    m_busy = busy;
-    cmdOK.setEnabled(!busy);
-    lvCommands.setEnabled(!busy);
-    if (!busy) {
-        setFocus(lvCommands); // where it was, before it went to Cancel
-    }
-}
-
 bool ucSendReceive::reportErrors(std::string_view routine, const std::function<void()>& body) {
     return ui::reportErrors(m_services.desktop, routine, body);
 }
 
 entry::HostGlobals ucSendReceive::globals() const {
     return entry::HostGlobals(Globals);
+}
+
+connection::HttpsControl& ucSendReceive::https() {
+    if (!HTTPS1) {
+        HTTPS1 = std::make_unique<connection::HttpsControl>(m_services.network, m_services.fileSystem);
+    }
+    return *HTTPS1;
+}
+
+ports::Dialer& ucSendReceive::dialer() {
+    if (!m_dialer) {
+        m_dialer = m_services.network.createDialer();
+    }
+    return *m_dialer;
 }
 
 AccountDates ucSendReceive::accountDates(const entry::HostGlobals& host) {

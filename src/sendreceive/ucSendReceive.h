@@ -6,7 +6,8 @@
 
 #include "base/picture.h"
 #include "base/variant.h"
-#include "connection/http_settings.h"
+#include "connection/frmDial.h"
+#include "connection/https_control.h"
 #include "entry/host_globals.h"
 #include "sendreceive/account_dates.h"
 #include "sendreceive/events.h"
@@ -40,6 +41,8 @@ public:
     std::string sWebAddress;
     bool bLoginNotRequired = false;
     bool gUsingAlternate = false;
+    // Cancel was pressed since the run, or the exchange outside of one, began.
+    bool gCancelled = false;
 
     // Null: none given.
     [[nodiscard]] const std::shared_ptr<xml::XmlDocument>& domCommands() const noexcept { return m_commands; }
@@ -49,10 +52,14 @@ public:
     // The public methods. Each shows what goes wrong in it in a box, "Error in <name>:" and the description, except
     // those that are not part of this version: they raise 445.
     void SetDownloadVisible(bool visible);
-    [[nodiscard]] bool LoadfrmDial(bool dialMode);                                         // 445
-    [[nodiscard]] bool DownloadFile(const std::string& url, const std::string& localFile); // 445
-    // One exchange: 445. `url` may change to the alternate address, `results` receives the answer; `request` may be
-    // null.
+    // Shows the connection settings: the dial-up page when something is to be dialled. True unless the user cancels.
+    [[nodiscard]] bool LoadfrmDial(bool dialMode);
+    // Asks the server for nothing, and so always reports an empty answer; hosts rely on its being True. Use
+    // SendReceive with "GET" to fetch a file.
+    [[nodiscard]] bool DownloadFile(const std::string& url, const std::string& localFile);
+    // One exchange, with all the dialogues that a failure leads to. `method` is "POST" or "GET"; `url` may change to
+    // the alternate address, `results` receives the answer; `request` may be null. True when it succeeded.
+    // While another one is on its way it only leaves a trace.
     [[nodiscard]] bool SendReceive(std::string& url, const std::string& method,
                                    const std::shared_ptr<xml::XmlDocument>& results,
                                    const std::shared_ptr<xml::XmlDocument>& request, const std::string& localFile,
@@ -67,18 +74,20 @@ public:
     void SetProgressBarMinimum();
     [[nodiscard]] bool DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>& results, const std::string& folderName,
                                        const std::string& rootPath); // 445
-    void DisconnectFromInternet();                                   // 445
+    // Hangs up what was dialled here, and closes the connection settings.
+    void DisconnectFromInternet();
     // The progress frame and the buttons in the colours that the host names.
     void Setcolors();
     // Null clears the picture, as does a file that is no picture.
     void UserControl_SetImage(std::shared_ptr<const base::Picture> picture);
     void UserControl_SetImage(const std::string& file);
+    // Nothing for an answer that names no files; else 445.
     [[nodiscard]] bool CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>& results, bool doDownloads,
-                                             const std::string& dataFolder, bool forceDownload); // 445
-    void RunSetup();                                                                             // 445
+                                             const std::string& dataFolder, bool forceDownload);
+    void RunSetup(); // 445
     // Works out the transport's settings from the user's; logs what is chosen.
     void SetHTTPSettings();
-    [[nodiscard]] const ports::HttpSettings& httpSettings() const noexcept { return m_http; }
+    [[nodiscard]] const ports::HttpSettings& httpSettings() { return https().settings; }
     // One line into the trace file of the data folder; `restart` begins the file anew. Without that folder nothing
     // happens.
     void WriteSingleLog(const std::string& text, bool restart);
@@ -89,6 +98,13 @@ public:
 
     // What Cancel, the cancel key and a window's close box do.
     void cmdCancel_Click();
+
+    // What the parts of the control ask of it.
+    [[nodiscard]] std::string GetLastDate(const std::string& name, const std::string& accountSpecific);
+    void beginTransfer();
+    void announceLength(std::string_view bytes); // a header's value
+    void showTransfer(std::int64_t bytesSoFar);
+    void askForOptions(const std::string& url);
 
     [[nodiscard]] ui::Button* defaultButton() noexcept override { return &cmdOK; }
 
@@ -109,23 +125,43 @@ private:
 
     void cmdOK_Click();
     void lvCommands_ItemCheck(std::size_t row);
-    // Steps of a run. False: the person gave up.
-    [[nodiscard]] bool logIn();
+
+    // ucSendReceive_run.cpp: from the press of OK to the end of the run.
+    enum class RunEnd : std::uint8_t { Complete, Closed, Failed, Stopped }; // Closed: by an upload, complete as well
+    struct Command;
+    void run();
+    [[nodiscard]] bool logIn(); // false: the person gave up
     void writePassword(const std::string& password, const std::string& newPassword);
     void setRootAttribute(std::string_view name, const std::string& value);
+    [[nodiscard]] RunEnd sendCommands();
+    [[nodiscard]] bool wanted(const Command& command) const;
+    [[nodiscard]] RunEnd sendCommand(Command& command);
+    void startCommand(Command& command);
+    [[nodiscard]] bool exchange(Command& command);
+    [[nodiscard]] bool takeRedo(Command& command);
+    void completeCommand(Command& command);
+    void setCommandAttribute(Command& command, std::string_view name, const std::string& value);
+    void setStatus(const Command& command, std::string_view status);
+    void offerToHangUp();
     void setBusy(bool busy);
 
     void fire(const std::function<void(Events&)>& event);
     // The public methods' error handler.
     bool reportErrors(std::string_view routine, const std::function<void()>& body);
     [[nodiscard]] entry::HostGlobals globals() const;
+    [[nodiscard]] connection::HttpsControl& https();
+    [[nodiscard]] ports::Dialer& dialer();
     [[nodiscard]] AccountDates accountDates(const entry::HostGlobals& host);
 
     Services m_services;
     std::shared_ptr<xml::XmlDocument> m_commands;
     std::unique_ptr<HostCommandDocument> m_hostCommands;
     std::vector<Events*> m_listeners;
-    ports::HttpSettings m_http;         // for the next request
+    std::unique_ptr<connection::HttpsControl> HTTPS1;  // made when it is needed
+    std::unique_ptr<ports::Dialer> m_dialer;           // likewise; it outlives the form that dials
+    connection::frmDial* m_dialForm = nullptr;         // while it is shown
+    std::shared_ptr<xml::XmlDocument> domSendCommands; // one command at a time
+    bool m_forceDownload = false;
     std::int64_t m_announcedLength = 0; // 0: none
     bool m_busy = false;
 };

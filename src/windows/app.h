@@ -9,6 +9,7 @@
 #include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
 #include "windows/adapters/windows_file_system.h"
+#include "windows/adapters/windows_network.h"
 #include "windows/com/module.h"
 #include "windows/forms/windows_desktop.h"
 
@@ -37,8 +38,9 @@ private:
     AnsiCodePage m_ansi;
     UserLocale m_locale;
     UserDataProtection m_protection;
-    entry::Environment m_environment{m_desktop,  m_fileSystem, m_settings, m_clock,
-                                     m_pictures, m_ansi,       m_locale,   m_protection};
+    WindowsNetwork m_network;
+    entry::Environment m_environment{m_desktop, m_fileSystem, m_settings,   m_clock,   m_pictures,
+                                     m_ansi,    m_locale,     m_protection, m_network, com::moduleFolder()};
 };
 
 } // namespace windows

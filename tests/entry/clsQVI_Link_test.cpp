@@ -9,6 +9,7 @@
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_locale.h"
+#include "fakes/fake_network.h"
 #include "fakes/fake_picture_decoder.h"
 #include "fakes/fake_settings.h"
 #include "ports/late_bound.h"
@@ -39,7 +40,9 @@ protected:
     fakes::FakeCodePage ansi;
     fakes::FakeLocale locale;
     fakes::FakeDataProtection protection;
-    entry::Environment environment{desktop, files, settings, clock, pictures, ansi, locale, protection};
+    fakes::FakeNetwork network;
+    entry::Environment environment{desktop, files,  settings,   clock,   pictures,
+                                   ansi,    locale, protection, network, "C:\\Program Files\\QuorvantisImage"};
     entry::clsQVI_Link link{environment};
 };
 

@@ -7,6 +7,7 @@
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_locale.h"
+#include "fakes/fake_network.h"
 #include "fakes/fake_picture_decoder.h"
 #include "fakes/fake_settings.h"
 #include "sendreceive/services.h"
@@ -27,8 +28,10 @@ struct SendReceiveServicesOn {
     FakeLocale locale;
     FakePictureDecoder pictures;
     FakeDataProtection protection;
+    FakeNetwork network;
     login::frmLogin login{{desktop, settings, protection, clock}};
-    sendreceive::Services all{desktop, files, settings, clock, ansi, locale, pictures, login};
+    sendreceive::Services all{desktop, files,    settings, clock,   ansi,
+                              locale,  pictures, login,    network, "C:\\Program Files\\QuorvantisImage"};
 };
 
 using SendReceiveServices = SendReceiveServicesOn<FakeDesktop>;

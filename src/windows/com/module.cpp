@@ -1,6 +1,7 @@
 #include "windows/com/module.h"
 
 #include "base/runtime_error.h"
+#include "windows/adapters/wide.h"
 
 #include <atomic>
 
@@ -31,6 +32,11 @@ std::wstring modulePath() {
         }
         path.resize(path.size() * 2);
     }
+}
+
+std::string moduleFolder() {
+    const std::wstring path = modulePath();
+    return fromWide(path.substr(0, path.find_last_of(L'\\')));
 }
 
 ModuleUse::ModuleUse() noexcept {

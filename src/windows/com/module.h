@@ -12,6 +12,8 @@ namespace windows::com {
 
 // Its full path, of any length. Raises 51 when the system does not tell.
 [[nodiscard]] std::wstring modulePath();
+// The folder that it was loaded from, in UTF-8, without a final backslash. Raises as modulePath().
+[[nodiscard]] std::string moduleFolder();
 
 // Keeps the DLL in memory while it lives: every automation object holds one, every LockServer is one. A Show method
 // runs inside an object that holds itself, so an open form counts too.

@@ -12,9 +12,4 @@ control.Globals = globals;
 control.Account = globals;
 control.Globals.gWebService = "changed";
 WScript.Echo(globals.gWebService + " " + control.Account.gWebService);
-try {
-    control.SendReceive("http://localhost/", "POST", document, document, document.documentElement, "", false, false);
-} catch (e) {
-    WScript.Echo("SendReceive: error " + (e.number & 65535));
-}
 WScript.Echo("END");

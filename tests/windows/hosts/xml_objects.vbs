@@ -46,13 +46,6 @@ Set control.Globals = Nothing
 control.gUsingAlternate = True
 Report "puts"
 WScript.Echo control.gUsingAlternate & " " & (control.Globals Is Nothing) & " " & (control.domCommands Is document)
-text = control.DownloadFile("http://localhost/", "C:\file")
-Report "DownloadFile"
 control.RunSetup
 Report "RunSetup"
-Dim url, results
-url = "http://localhost/"
-Set results = Nothing
-text = control.SendReceive((url), "POST", (results), Nothing, Nothing, "", False, False)
-Report "SendReceive"
 WScript.Echo "END"
