@@ -39,9 +39,17 @@ void frmQVI_sendreceive::Form_Load() {
     m_engine->cmdOK.setEnabled(m_engine->domCommands() != nullptr);
 }
 
-void frmQVI_sendreceive::DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>&) {
+void frmQVI_sendreceive::DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>& request) {
     if (name == command::kGetAccount) {
         m_engine->SetMessage("Checking account details, please wait");
+    } else if (name == command::kSendImageLinks || name == command::kSendAllImageLinks) {
+        m_engine->SetMessage("Collecting image information, please wait");
+        name == command::kSendImageLinks ? AppendImagestoCommand(*request) : AppendAllImagestoCommand(*request);
+        m_engine->SetMessage("Sending image links, please wait");
+    } else if (name == command::kSendProductGroups) {
+        m_engine->SetMessage("Collecting product group information, please wait");
+        AppendProductsGroupstoCommand(*request);
+        m_engine->SetMessage("Sending product groups, please wait");
     }
 }
 
@@ -49,6 +57,8 @@ void frmQVI_sendreceive::DownloadComplete(std::string& name, const xml::XmlNode&
                                           const std::shared_ptr<xml::XmlDocument>&) {
     if (name == command::kGetAccount) {
         m_engine->SetMessage("Account has been checked");
+    } else if (name == command::kSendImageLinks || name == command::kSendAllImageLinks) {
+        gotsendimagelinks210();
     } else if (name == command::kSendProductGroups) {
         m_engine->SetMessage("Product groups have been sent");
         // Not guarded: without the mark the run ends with the store's error. Deliberate.

@@ -34,12 +34,21 @@ public:
 
     [[nodiscard]] ucSendReceive& engine() noexcept { return *m_engine; }
 
+    // What goes out with a command, put into its request; and what follows once the server has taken it. Each raises
+    // what loading the document raises, with the parser's words for one that is broken.
+    void AppendImagestoCommand(xml::XmlDocument& request);    // the links that have changed
+    void AppendAllImagestoCommand(xml::XmlDocument& request); // the whole document of links
+    void AppendProductsGroupstoCommand(xml::XmlDocument& request);
+    void gotsendimagelinks210(); // takes the marks, and what is marked as deleted, out of the links
+    // Copies the source's attributes, its own text and those of its children that carry a mark, with theirs.
+    static void RecurseNodes(const xml::XmlNode& source, xml::XmlNode target, xml::XmlDocument& request);
+
 protected:
     void Form_Load() override;
     void Form_CloseBox() override { m_engine->cmdCancel_Click(); }
 
 private:
-    void buildCommands();
+    [[nodiscard]] xml::XmlDocument loadFile(const std::string& name);
 
     void DownloadComplete(std::string& name, const xml::XmlNode& command,
                           const std::shared_ptr<xml::XmlDocument>& results) override;
