@@ -1,20 +1,22 @@
 ' A host in a few lines: opens the image manager for one product.
 '
-'   cscript //nologo link_images.vbs DATAFOLDER [PRODUCTCODE]
+'   cscript //nologo link_images.vbs DATAFOLDER [PRODUCTCODE [WEBADDRESS]]
 '
-' Without a code it takes GEAR-20, a product of the sample shop.
+' Without a code it takes GEAR-20, a product of the sample shop; without a web address this machine's.
 ' Ends with the line END and exit code 0, or with the error that the component reported and exit code 1.
 Option Explicit
 
-If WScript.Arguments.Count < 1 Or WScript.Arguments.Count > 2 Then
-    WScript.Echo "Usage: cscript //nologo link_images.vbs DATAFOLDER [PRODUCTCODE]"
+If WScript.Arguments.Count < 1 Or WScript.Arguments.Count > 3 Then
+    WScript.Echo "Usage: cscript //nologo link_images.vbs DATAFOLDER [PRODUCTCODE [WEBADDRESS]]"
     WScript.Quit 2
 End If
 
-Dim folder, product
+Dim folder, product, address
 folder = WScript.Arguments(0)
 product = "GEAR-20"
-If WScript.Arguments.Count = 2 Then product = WScript.Arguments(1)
+address = "http://localhost/"
+If WScript.Arguments.Count > 1 Then product = WScript.Arguments(1)
+If WScript.Arguments.Count > 2 Then address = WScript.Arguments(2)
 If Right(folder, 1) <> "\" Then folder = folder & "\"
 
 ' Without this line a failure would end the script silently, with exit code 0.
@@ -34,7 +36,7 @@ StopOnError "Creating the class"
 link.gQuorVantisPath = folder
 link.ProductCode = product
 link.gProfileNumber = "1001"
-link.gWebAddress = "http://localhost/"
+link.gWebAddress = address
 link.gSettingString = "QuorvantisSample"
 StopOnError "Setting the properties"
 

@@ -18,6 +18,7 @@ using drive::wide;
 
 constexpr const wchar_t* kSettings = L"Software\\VB and VBA Program Settings\\QuorVantis\\Main";
 constexpr const wchar_t* kModified = L"ImageModify";
+constexpr const wchar_t* kConnection = L"Software\\VB and VBA Program Settings\\EndToEnd\\Dialup";
 
 std::string freshFolder() {
     std::array<wchar_t, MAX_PATH> base{};
@@ -38,7 +39,7 @@ std::string codeFile(std::size_t index) {
 
 // An error would end the script silently with code 0, so it prints each one and ends with a code of its own.
 // It reads the codes from UTF-16 files, as a script cannot hold every character itself.
-std::string hostScript(std::string_view folder, std::size_t calls) {
+std::string hostScript(std::string_view folder, std::string_view webAddress, std::size_t calls) {
     const std::string quotedFolder = "\"" + std::string(folder);
     std::string script = "On Error Resume Next\r\n"
                          "Set files = CreateObject(\"Scripting.FileSystemObject\")\r\n"
@@ -48,7 +49,12 @@ std::string hostScript(std::string_view folder, std::size_t calls) {
                          "    WScript.Quit 9\r\n"
                          "End If\r\n"
                          "link.gQuorVantisPath = " +
-                         quotedFolder + "\"\r\n";
+                         quotedFolder +
+                         "\"\r\n"
+                         "link.gProfileNumber = \"1001\"\r\n"
+                         "link.gSettingString = \"EndToEnd\"\r\n"
+                         "link.gWebAddress = \"" +
+                         std::string(webAddress) + "\"\r\n";
     for (std::size_t index = 0; index < calls; ++index) {
         script += "link.ProductCode = \"\"\r\n"
                   "link.ProductCode = files.OpenTextFile(" +
@@ -63,6 +69,14 @@ std::string hostScript(std::string_view folder, std::size_t calls) {
     return script + "WScript.Echo \"END\"\r\nWScript.Quit 0\r\n";
 }
 
+// Empty when there is none.
+std::string registryText(const wchar_t* key, const wchar_t* value) {
+    std::array<wchar_t, 256> text{};
+    DWORD size = sizeof text;
+    const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, key, value, RRF_RT_REG_SZ, nullptr, text.data(), &size);
+    return status == ERROR_SUCCESS ? narrow(text.data()) : std::string();
+}
+
 std::filesystem::path pathOf(const std::string& text) {
     return {wide(text)};
 }
@@ -72,6 +86,7 @@ std::filesystem::path pathOf(const std::string& text) {
 Shop::Shop() : m_folder(freshFolder()) {
     std::filesystem::create_directories(pathOf(m_folder + "images"));
     clearModified();
+    RegDeleteTreeW(HKEY_CURRENT_USER, kConnection);
 }
 
 Shop::~Shop() {
@@ -115,7 +130,7 @@ void Shop::startHost(const std::vector<std::string>& productCodes) {
     for (std::size_t index = 0; index < productCodes.size(); ++index) {
         write(codeFile(index), utf16File(productCodes[index]));
     }
-    write("host.vbs", hostScript(m_folder, productCodes.size()));
+    write("host.vbs", hostScript(m_folder, webAddress, productCodes.size()));
     m_player.emplace([](std::string_view) {});
     m_player->play({{1, "start", {"cscript //nologo \"" + m_folder + "host.vbs\""}}});
 }
@@ -135,11 +150,17 @@ std::string Shop::hostEnds() {
 }
 
 std::string Shop::modified() {
-    std::array<wchar_t, 64> value{};
-    DWORD size = sizeof value;
-    const LSTATUS status =
-        RegGetValueW(HKEY_CURRENT_USER, kSettings, kModified, RRF_RT_REG_SZ, nullptr, value.data(), &size);
-    return status == ERROR_SUCCESS ? narrow(value.data()) : std::string();
+    return registryText(kSettings, kModified);
+}
+
+void Shop::setConnection(std::string_view key, std::string_view value) {
+    const std::wstring text = wide(value);
+    RegSetKeyValueW(HKEY_CURRENT_USER, kConnection, wide(key).c_str(), REG_SZ, text.c_str(),
+                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+std::string Shop::connection(std::string_view key) {
+    return registryText(kConnection, wide(key).c_str());
 }
 
 void Shop::clearModified() {

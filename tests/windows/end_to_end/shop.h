@@ -29,6 +29,13 @@ protected:
     [[nodiscard]] std::vector<std::string> namesLike(std::string_view pattern) const;
     void setReadOnly(std::string_view name, bool readOnly) const;
 
+    // Where the host says that the supplier is. Before startHost.
+    std::string webAddress;
+
+    // A value of the host's connection settings.
+    static void setConnection(std::string_view key, std::string_view value);
+    [[nodiscard]] static std::string connection(std::string_view key);
+
     // Starts a script host that calls ShowForm once for each of these product codes, then ends.
     void startHost(const std::vector<std::string>& productCodes);
     // Plays the lines; {folder} in them is the data folder.
