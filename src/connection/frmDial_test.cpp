@@ -9,15 +9,6 @@ namespace {
 
 constexpr std::string_view kLineBreak = "\r\n";
 
-// An address as it goes out.
-std::string encoded(std::string_view address) {
-    std::string url;
-    for (const char c : base::trim(address)) {
-        url += c == ' ' ? std::string("%20") : std::string(1, c);
-    }
-    return url;
-}
-
 std::string lines(std::initializer_list<std::string> all) {
     std::string text;
     for (const std::string& line : all) {
@@ -42,7 +33,7 @@ void frmDial::TestUrl() {
     m_transfer = {};
     cmdGet.setEnabled(false);
     SetHTTPSettings();
-    HTTPS1.URL = encoded(txtURL.text());
+    HTTPS1.URL = withEncodedBlanks(base::trim(txtURL.text()));
     HTTPS1.UseWinInet = setting("UseWinInet") == "1";
     const HttpsResult result = HTTPS1.perform(HttpsControl::Action::Get);
     txtTransfer.append(m_transfer.end());

@@ -18,14 +18,6 @@ namespace {
 using connection::HttpsControl;
 namespace https_error = connection::https_error;
 
-std::string withEncodedBlanks(std::string_view url) {
-    std::string encoded;
-    for (const char c : url) {
-        c == ' ' ? encoded += "%20" : encoded += c;
-    }
-    return encoded;
-}
-
 std::string inParentheses(const std::string& description) {
     return "(" + description + ")";
 }
@@ -118,7 +110,7 @@ bool Exchange::perform() {
 }
 
 Exchange::Result Exchange::attempt() {
-    m_request.url = withEncodedBlanks(m_request.url);
+    m_request.url = connection::withEncodedBlanks(m_request.url);
     log("Sub SendReceive --> Set URL:" + m_request.url);
     m_https.URL = m_request.url;
     log("Sub SendReceive --> Set proxy");

@@ -131,8 +131,20 @@ void Shop::startHost(const std::vector<std::string>& productCodes) {
         write(codeFile(index), utf16File(productCodes[index]));
     }
     write("host.vbs", hostScript(m_folder, webAddress, productCodes.size()));
+    start("\"" + m_folder + "host.vbs\"");
+}
+
+void Shop::startScript(std::string_view name, std::string_view arguments) {
+    std::array<wchar_t, MAX_PATH> program{};
+    GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
+    const std::string path = narrow(program.data());
+    start("\"" + path.substr(0, path.find_last_of('\\') + 1) + "hosts\\" + std::string(name) + "\" " +
+          std::string(arguments));
+}
+
+void Shop::start(const std::string& script) {
     m_player.emplace([](std::string_view) {});
-    m_player->play({{1, "start", {"cscript //nologo \"" + m_folder + "host.vbs\""}}});
+    m_player->play({{1, "start", {"cscript //nologo " + script}}});
 }
 
 void Shop::play(std::string_view script) {

@@ -38,6 +38,8 @@ protected:
 
     // Starts a script host that calls ShowForm once for each of these product codes, then ends.
     void startHost(const std::vector<std::string>& productCodes);
+    // Starts a script of examples/hosts.
+    void startScript(std::string_view name, std::string_view arguments);
     // Plays the lines; {folder} in them is the data folder.
     void play(std::string_view script);
     // Waits until the host has ended, with code 0. Returns what it printed.
@@ -49,6 +51,8 @@ protected:
     void waitUntilModified() const;
 
 private:
+    void start(const std::string& script);
+
     std::string m_folder;
     std::optional<drive::Player> m_player;
 };
