@@ -94,6 +94,7 @@ TEST_F(SendReceiveTest, TheListShowsItsRowsAndIsTickedByTheSpaceBar) {
 TEST_F(SendReceiveTest, ReturnPressesTheButtonThatHasTheFocusOrElseOk) {
     form.engine().bLoginNotRequired = true;
     const auto answersBox = [&] {
+        services.network.willAnswer("<results error='No'/>");
         person.waitFor("the message", [] { return systemDialog() != nullptr; })
             .then([] {
                 EXPECT_FALSE(IsWindowEnabled(control(kControl, "cmdOK")));
