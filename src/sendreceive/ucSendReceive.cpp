@@ -300,8 +300,8 @@ void ucSendReceive::fire(const std::function<void(Events&)>& event) {
 
 void ucSendReceive::cmdCancel_Click() {
     gCancelled = true;
-    if (HTTPS1) {
-        HTTPS1->cancel();
+    if (m_https) {
+        m_https->cancel();
     }
     reportErrors("cmdCancel_Click", [&] { fire([](Events& listener) { listener.Cancelled(); }); });
 }
@@ -322,10 +322,10 @@ entry::HostGlobals ucSendReceive::globals() const {
 }
 
 connection::HttpsControl& ucSendReceive::https() {
-    if (!HTTPS1) {
-        HTTPS1 = std::make_unique<connection::HttpsControl>(m_services.network, m_services.fileSystem);
+    if (!m_https) {
+        m_https = std::make_unique<connection::HttpsControl>(m_services.network, m_services.fileSystem);
     }
-    return *HTTPS1;
+    return *m_https;
 }
 
 ports::Dialer& ucSendReceive::dialer() {

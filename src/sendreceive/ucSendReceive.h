@@ -157,10 +157,10 @@ private:
     std::shared_ptr<xml::XmlDocument> m_commands;
     std::unique_ptr<HostCommandDocument> m_hostCommands;
     std::vector<Events*> m_listeners;
-    std::unique_ptr<connection::HttpsControl> HTTPS1;  // made when it is needed
+    std::unique_ptr<connection::HttpsControl> m_https; // made when it is needed
     std::unique_ptr<ports::Dialer> m_dialer;           // likewise; it outlives the form that dials
     connection::frmDial* m_dialForm = nullptr;         // while it is shown
-    std::shared_ptr<xml::XmlDocument> domSendCommands; // one command at a time
+    std::shared_ptr<xml::XmlDocument> m_sendCommands;  // one command at a time
     bool m_forceDownload = false;
     std::int64_t m_announcedLength = 0; // 0: none
     bool m_busy = false;

@@ -110,7 +110,7 @@ void ucSendReceive::run() {
     if (!m_commands) {
         throw base::RuntimeError(base::error::kObjectNotSet);
     }
-    domSendCommands = makeEnvelope(*m_commands);
+    m_sendCommands = makeEnvelope(*m_commands);
     WriteSingleLog("Sub cmdOK_Click: Start Send Receive", true);
     const RunEnd end = sendCommands();
     if (end == RunEnd::Complete || end == RunEnd::Closed) {
@@ -192,7 +192,7 @@ ucSendReceive::RunEnd ucSendReceive::sendCommand(Command& command) {
             }
             return gCancelled ? RunEnd::Stopped : RunEnd::Failed;
         }
-        closing = mentionsClosing(domSendCommands->xml()) || mentionsClosing(command.element.xml()) ||
+        closing = mentionsClosing(m_sendCommands->xml()) || mentionsClosing(command.element.xml()) ||
                   mentionsClosing(command.results->xml());
         if (gCancelled) {
             return RunEnd::Stopped; // what the server has taken stays marked, and is sent again
@@ -210,18 +210,18 @@ ucSendReceive::RunEnd ucSendReceive::sendCommand(Command& command) {
 }
 
 void ucSendReceive::startCommand(Command& command) {
-    if (!domSendCommands || !domSendCommands->documentElement()) { // a handler took it away
-        domSendCommands = makeEnvelope(*command.document);
+    if (!m_sendCommands || !m_sendCommands->documentElement()) { // a handler took it away
+        m_sendCommands = makeEnvelope(*command.document);
     }
-    replaceCommand(*domSendCommands, command.element);
+    replaceCommand(*m_sendCommands, command.element);
     SetProgressBarMinimum();
     WriteSingleLog("Sub cmdOK_Click --> DownloadStart:" + command.name, false);
     fire([&](Events& listener) {
         std::string name = command.name;
-        listener.DownloadStart(name, domSendCommands);
+        listener.DownloadStart(name, m_sendCommands);
     });
-    if (!domSendCommands) {
-        domSendCommands = std::make_shared<xml::XmlDocument>();
+    if (!m_sendCommands) {
+        m_sendCommands = std::make_shared<xml::XmlDocument>();
     }
     setStatus(command, "Busy");
     // Stays what it was for a command that does not say.
@@ -233,8 +233,8 @@ void ucSendReceive::startCommand(Command& command) {
 bool ucSendReceive::exchange(Command& command) {
     command.results = std::make_shared<xml::XmlDocument>();
     const bool succeeded =
-        SendReceive(sWebAddress, "POST", command.results, domSendCommands, "", false, m_forceDownload);
-    const xml::XmlNode sent = firstElement(domSendCommands->documentElement());
+        SendReceive(sWebAddress, "POST", command.results, m_sendCommands, "", false, m_forceDownload);
+    const xml::XmlNode sent = firstElement(m_sendCommands->documentElement());
     if (sent && sent.hasAttribute("lastdate")) {
         setCommandAttribute(command, "lastdate", sent.getAttribute("lastdate"));
     }
