@@ -101,8 +101,9 @@ bool Exchange::perform() {
         if (result.number == 0) {
             return true;
         }
-        const Next next =
-            result.number == https_error::kNoConnection ? afterNoConnection(result) : afterOtherFailure(result);
+        // A Cancel that comes as the connection fails is answered by no dialogue.
+        const bool noConnection = result.number == https_error::kNoConnection && !m_control.gCancelled;
+        const Next next = noConnection ? afterNoConnection(result) : afterOtherFailure(result);
         if (next == Next::GiveUp) {
             return false;
         }

@@ -208,6 +208,10 @@ TEST_F(ExchangeTest, CancelEndsItWithoutADialogue) {
     EXPECT_FALSE(post({{"<a/>"}, 200, "OK", {}, Kind::Answered, 0, "", cancel}));
     EXPECT_TRUE(trace().ends_with("Post error code: 20042The operation was cancelled.\nCancelled\n"));
     EXPECT_EQ(listener.heard, Rows{"Cancelled"});
+
+    // As the connection fails: the transport has its outcome already.
+    services.desktop.atDoEvents(1, [this] { control->gCancelled = true; });
+    EXPECT_FALSE(post(kNobody));
 }
 
 TEST_F(ExchangeTest, AnotherOneInTheMiddleOnlyLeavesATrace) {
