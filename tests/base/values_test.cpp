@@ -1,5 +1,6 @@
 // Automation values, run-time errors and error-ignoring routines.
 #include "base/date_time.h"
+#include "base/file_version.h"
 #include "base/number.h"
 #include "base/relative_name.h"
 #include "base/resume_next.h"
@@ -165,6 +166,20 @@ TEST(RelativeName, OnlyPlainFilesBelowTheFolderPass) {
         EXPECT_EQ(staysInside(row.name), row.stays) << row.name;
         EXPECT_EQ(namesAFileInside(row.name), row.isFile) << row.name;
     }
+}
+
+TEST(FileVersion, TextWithUpToFourNumbersIsOne) {
+    const auto version = [](std::uint16_t a, std::uint16_t b, std::uint16_t c, std::uint16_t d) {
+        return std::optional(FileVersion{{a, b, c, d}});
+    };
+    EXPECT_EQ(toFileVersion("7"), version(7, 0, 0, 0));
+    EXPECT_EQ(toFileVersion(" 7.2 "), version(7, 2, 0, 0));
+    EXPECT_EQ(toFileVersion("1.2.3.65535"), version(1, 2, 3, 65535));
+    for (const char* const text :
+         {"", " ", "7.", ".7", "7..2", "1.2.3.4.5", "1.2.3.65536", "-1", "7a", "7 2", "next"}) {
+        EXPECT_EQ(toFileVersion(text), std::nullopt) << text;
+    }
+    EXPECT_LT(version(7, 9, 0, 0), version(7, 10, 0, 0));
 }
 
 } // namespace
