@@ -136,11 +136,18 @@ TEST_F(Tools, ExportCopiesAndChangesNothing) {
 }
 
 TEST_F(Tools, CloseEndsALongRunAtOnceAndSavesWhatItHas) {
-    std::string codes;
-    for (int i = 0; i < 200'000; ++i) {
-        codes += "NOTHING" + std::to_string(i) + "\r\n";
-    }
-    writePriceList("GEAR\r\n" + codes);
+    // A code with an apostrophe becomes part of its search's expression, which then looks at every link: a run of
+    // minutes on any machine, from files that are written and read in no time.
+    const auto repeated = [](std::string_view text, int times) {
+        std::string all;
+        for (int i = 0; i < times; ++i) {
+            all += text;
+        }
+        return all;
+    };
+    write("images.xml", "<images>" + repeated(R"(<p f1="A" f2="a.jpg"/>)", 20'000) + "</images>");
+    write("images\\' or '-1.jpg", "");
+    writePriceList("GEAR\r\n" + repeated("' or '\r\n", 20'000));
     write("images\\gear-1.jpg", "");
     startHost({"GEAR"});
     play(R"(
