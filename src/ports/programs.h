@@ -46,8 +46,8 @@ public:
     // Raises what ports::FileSystem::readFile does. Never null.
     [[nodiscard]] virtual std::unique_ptr<HeldFile> hold(std::string_view path) = 0;
 
-    // Opens it as the shell does, maximised, without parameters and without a working folder. Returns at once; whether
-    // it starts is for the shell to tell the user.
+    // Opens it as the shell does, maximised, without parameters and without a working folder. Does not wait for its
+    // end, and does not say whether it could be started.
     virtual void start(std::string_view path) = 0;
 };
 

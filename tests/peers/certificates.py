@@ -1,4 +1,4 @@
-"""Certificates for tests, made by openssl in a folder of the caller's: an authority, and servers' that are good or bad."""
+"""Certificates for tests, made by openssl in a folder of the caller's: an authority, and certificates that are good or bad."""
 import ssl
 import subprocess
 
@@ -13,14 +13,18 @@ def make_authority(folder, name):
             '-addext', 'keyUsage=critical,keyCertSign,cRLSign')
 
 
-def make_server(folder, name, authority, host='localhost', days=10):
-    """`authority` None signs with the server's own key. A negative number of days has passed already."""
-    (folder / f'{name}.ext').write_text(f'subjectAltName=DNS:{host}\nextendedKeyUsage=serverAuth\n')
+def make_certificate(folder, name, subject, authority, extensions, days=10):
+    """All have the key server.key. `authority` None signs with that key itself. A negative number of days has passed already."""
+    (folder / f'{name}.ext').write_text(f'{extensions}\n')
     if not (folder / 'server.key').exists():
         openssl(folder, 'genrsa', '-out', 'server.key', '2048')
-    openssl(folder, 'req', '-new', '-key', 'server.key', '-out', f'{name}.csr', '-subj', f'/CN={host}')
+    openssl(folder, 'req', '-new', '-key', 'server.key', '-out', f'{name}.csr', '-subj', f'/CN={subject}')
     signer = ['-CA', f'{authority}.pem', '-CAkey', f'{authority}.key', '-CAcreateserial'] if authority else ['-key', 'server.key']
     openssl(folder, 'x509', '-req', '-in', f'{name}.csr', '-days', str(days), '-extfile', f'{name}.ext', '-out', f'{name}.pem', *signer)
+
+
+def make_server(folder, name, authority, host='localhost', days=10):
+    make_certificate(folder, name, host, authority, f'subjectAltName=DNS:{host}\nextendedKeyUsage=serverAuth', days)
 
 
 def server_context(folder, name):
