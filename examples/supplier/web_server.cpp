@@ -78,8 +78,9 @@ int WebServer::listen(std::unique_ptr<httplib::Server> server, int port, const c
 
 void WebServer::route(httplib::Server& server, const char* scheme) {
     server.set_payload_max_length(kLargestRequest);
-    // The end waits for idle connections that clients keep.
-    server.set_keep_alive_timeout(1);
+    // Seconds; also what a client may take from its handshake to its request, and on a busy machine that is long. The
+    // end waits that long for idle connections that clients keep.
+    server.set_keep_alive_timeout(5);
     server.Get("/", [](const httplib::Request&, httplib::Response& response) { response.set_content(kPage, kHtml); });
     server.Get("/files/(.+)",
                [this](const httplib::Request& request, httplib::Response& response) { sendFile(request, response); });

@@ -1,13 +1,12 @@
 #include "contracts/https_world.h"
 
+#include "peers/internet_options.h"
 #include "peers/trusted_authority.h"
 #include "windows/adapters/windows_network.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
-
-#include <windows.h>
 
 namespace contracts {
 namespace {
@@ -39,10 +38,7 @@ std::vector<HttpsWorld> httpsWorlds() {
     winInet.socksAndTunnels = false;
     winInet.seesTheWire = false;
     winInet.create = [] {
-        // Wine's WinInet, unlike Windows', takes these for the user's Internet options.
-        for (const wchar_t* variable : {L"http_proxy", L"https_proxy", L"all_proxy"}) {
-            SetEnvironmentVariableW(variable, nullptr);
-        }
+        peers::forgetProxyVariables();
         return windows::WindowsNetwork().createHttps();
     };
     return {curl, winInet};

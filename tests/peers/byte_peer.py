@@ -1,7 +1,11 @@
 """A server that plays byte scripts: the path of a request says which bytes come back, when, and how the connection ends.
 
-It is no web server: what it sends is what a test asks for, right or wrong. `/echo` sends back the request as it came.
+It is no web server: what it sends is what a test asks for, right or wrong. Some paths are more than a script: `/echo` sends back the request as
+it came, `/unread` leaves its body in the pipe, `/login` asks for the user "me" with the password "se:cret", and `/in-turn?/404,/slow` plays for
+each request the next of these paths, on a connection of its own.
 """
+import base64
+import collections
 import socket
 import struct
 import threading
@@ -25,10 +29,15 @@ def page(status, reason, body):
     return answer(f'HTTP/1.1 {status} {reason}', body, 'Content-Type: text/html')
 
 
+def xml(body, status='200 OK'):
+    return answer(f'HTTP/1.1 {status}', body, 'Content-Type: text/xml')
+
+
 def moved(location, status='302 Found'):
     return answer(f'HTTP/1.1 {status}', b'moved', f'Location: {location}', 'X-Hop: 1')
 
 
+LOGIN = b'Authorization: Basic ' + base64.b64encode(b'me:se:cret')
 EURO = '€'.encode()
 SCRIPTS = {
     '/ok': answer('HTTP/1.1 200 OK', b'all is well', 'Content-Type: text/plain', 'X-Twice: one', 'x-twice: two'),
@@ -61,6 +70,15 @@ SCRIPTS = {
     '/elsewhere': moved('/ok'),
     '/redirect-loop': moved('/redirect-loop'),
     '/to-file': moved('file:///etc/hostname'),
+    '/results': xml(b'<results/>'),
+    '/web-page': page(200, 'OK', b'<html><body><p>Please log in to the hotel network.</p></body></html>'),
+    '/doctype': xml(b'<!DOCTYPE results [<!ENTITY a "b">]><results>&a;</results>'),
+    '/off': xml(b'<SYSDOWN><message>Back at noon.</message></SYSDOWN>', '503 Service Unavailable'),
+    '/half-off': xml(b'<SYSDOWN><message>Back at'),
+    '/error-attribute': xml(b'<results error="Not today."/>'),
+    '/error-child': xml(b'<results><error>Not tomorrow.</error></results>'),
+    '/504': page(504, 'Gateway Time-out', b'<h1>The request timed out</h1>'),
+    '/cut-off': [b'HTTP/1.0 200 OK\r\n\r\n<results><accepted'],
     '/taken': answer('HTTP/1.1 200 OK', b'taken'),
 }
 SCRIPTS.update({f'/hops/{n}': moved(f'/hops/{n - 1}' if n > 1 else '/ok') for n in range(1, 7)})
@@ -85,11 +103,16 @@ def length_of(request_head):
 
 
 class BytePeer:
-    """Listens on a free port of 127.0.0.1, a thread per connection. `context` makes it TLS; `more` adds scripts."""
+    """Listens on a free port of 127.0.0.1, a thread per connection.
 
-    def __init__(self, context=None, more=None):
+    `context` makes it TLS; `more` adds scripts; `log` is a file that gets a line for each request as soon as its head is there.
+    """
+
+    def __init__(self, context=None, more=None, log=None):
         self.context = context
+        self.log = log
         self.scripts = dict(SCRIPTS, **(more or {}))
+        self.turns = collections.Counter()  # requests so far, by target
         self.listener = socket.create_server(('127.0.0.1', 0), backlog=64)
         self.port = self.listener.getsockname()[1]
         threading.Thread(target=self.accept, daemon=True).start()
@@ -115,11 +138,23 @@ class BytePeer:
         if request_head is None:
             return False
         method, target = request_head.decode('latin-1').split(' ')[:2]
+        if self.log:
+            with self.log.open('a') as log:
+                log.write(f'{method} {target}\n')
         if method == 'CONNECT':
             connection.sendall(head('HTTP/1.1 418 No Tunnels Here', 'Content-Length: 0', 'X-Proxy: 1'))
             return False
-        path = target.split('?')[0]
-        if path == '/unread':  # the body of the request is left in the pipe
+        path, _, query = target.partition('?')
+        if path == '/in-turn':
+            turns = query.split(',')
+            self.turns[target] += 1
+            self.perform(connection, turns[(self.turns[target] - 1) % len(turns)], request_head, body)
+            return False
+        return self.perform(connection, path, request_head, body)
+
+    def perform(self, connection, path, request_head, body):
+        """The answer to a request whose body may have begun; whether another one may follow."""
+        if path == '/unread':
             return self.play(connection, [HOLD])
         body = bytearray(body)
         while len(body) < length_of(request_head):
@@ -129,6 +164,8 @@ class BytePeer:
             body += more
         if path == '/echo':
             return self.play(connection, answer('HTTP/1.1 200 OK', request_head + b'\r\n\r\n' + body))
+        if path == '/login':
+            path = '/results' if LOGIN in request_head.split(b'\r\n') else '/401'
         return self.play(connection, self.scripts.get(path, page(404, 'No Such Script', b'')))
 
     def play(self, connection, script):

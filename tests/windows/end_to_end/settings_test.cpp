@@ -1,20 +1,13 @@
 // The connection settings in a host's process, and their test page against real servers: the peers that are started
 // around this program.
-#include "windows/end_to_end/shop.h"
+#include "windows/end_to_end/upload.h"
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <string>
 
 namespace end_to_end {
 namespace {
-
-std::string peer(const std::string& name) {
-    const char* const port = std::getenv(("QVI_PEER_" + name).c_str());
-    EXPECT_NE(port, nullptr) << name << ": is this run beside the peers?";
-    return port == nullptr ? "" : port;
-}
 
 class Settings : public Shop {
 protected:

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,16 +35,12 @@ protected:
 
     // A value of the host's connection settings.
     static void setConnection(std::string_view key, std::string_view value);
-    // A value of its supplier's section, for a host that has one.
-    static void setSupplier(std::string_view key, std::string_view value);
     [[nodiscard]] static std::string connection(std::string_view key);
 
     // Starts a script host that calls ShowForm once for each of these product codes, then ends.
     void startHost(const std::vector<std::string>& productCodes);
     // Starts a script of examples/hosts.
     void startScript(std::string_view name, std::string_view arguments);
-    // Starts another program that was built beside this one.
-    void startProgram(std::string_view name, std::string_view arguments);
     // Plays the lines; {folder} in them is the data folder.
     void play(std::string_view script);
     // Waits until the host has ended, with code 0. Returns what it printed.
@@ -51,11 +48,13 @@ protected:
 
     [[nodiscard]] static std::string modified(); // the setting "ImageModify"; empty when there is none
     static void clearModified();
+    // Fails when it does not become true, or the host ends before.
+    void waitUntil(std::string_view what, const std::function<bool()>& condition) const;
     // The last thing that adding and deleting do is to set it.
     void waitUntilModified() const;
 
 private:
-    void start(const std::string& commandLine);
+    void start(const std::string& script);
 
     std::string m_folder;
     std::optional<drive::Player> m_player;
