@@ -18,7 +18,9 @@ using drive::wide;
 
 constexpr const wchar_t* kSettings = L"Software\\VB and VBA Program Settings\\QuorVantis\\Main";
 constexpr const wchar_t* kModified = L"ImageModify";
+constexpr const wchar_t* kApplication = L"Software\\VB and VBA Program Settings\\EndToEnd";
 constexpr const wchar_t* kConnection = L"Software\\VB and VBA Program Settings\\EndToEnd\\Dialup";
+constexpr const wchar_t* kSupplier = L"Software\\VB and VBA Program Settings\\EndToEnd\\Supplier";
 
 std::string freshFolder() {
     std::array<wchar_t, MAX_PATH> base{};
@@ -77,6 +79,20 @@ std::string registryText(const wchar_t* key, const wchar_t* value) {
     return status == ERROR_SUCCESS ? narrow(text.data()) : std::string();
 }
 
+// What was built beside this program.
+std::string beside(const std::string& name) {
+    std::array<wchar_t, MAX_PATH> program{};
+    GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
+    const std::string path = narrow(program.data());
+    return path.substr(0, path.find_last_of('\\') + 1) + name;
+}
+
+void setText(const wchar_t* key, std::string_view value, std::string_view text) {
+    const std::wstring wideText = wide(text);
+    RegSetKeyValueW(HKEY_CURRENT_USER, key, wide(value).c_str(), REG_SZ, wideText.c_str(),
+                    static_cast<DWORD>((wideText.size() + 1) * sizeof(wchar_t)));
+}
+
 std::filesystem::path pathOf(const std::string& text) {
     return {wide(text)};
 }
@@ -86,7 +102,7 @@ std::filesystem::path pathOf(const std::string& text) {
 Shop::Shop() : m_folder(freshFolder()) {
     std::filesystem::create_directories(pathOf(m_folder + "images"));
     clearModified();
-    RegDeleteTreeW(HKEY_CURRENT_USER, kConnection);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kApplication);
 }
 
 Shop::~Shop() {
@@ -131,20 +147,20 @@ void Shop::startHost(const std::vector<std::string>& productCodes) {
         write(codeFile(index), utf16File(productCodes[index]));
     }
     write("host.vbs", hostScript(m_folder, webAddress, productCodes.size()));
-    start("\"" + m_folder + "host.vbs\"");
+    start("cscript //nologo \"" + m_folder + "host.vbs\"");
 }
 
 void Shop::startScript(std::string_view name, std::string_view arguments) {
-    std::array<wchar_t, MAX_PATH> program{};
-    GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
-    const std::string path = narrow(program.data());
-    start("\"" + path.substr(0, path.find_last_of('\\') + 1) + "hosts\\" + std::string(name) + "\" " +
-          std::string(arguments));
+    start("cscript //nologo \"" + beside("hosts\\" + std::string(name)) + "\" " + std::string(arguments));
 }
 
-void Shop::start(const std::string& script) {
+void Shop::startProgram(std::string_view name, std::string_view arguments) {
+    start("\"" + beside(std::string(name) + ".exe") + "\" " + std::string(arguments));
+}
+
+void Shop::start(const std::string& commandLine) {
     m_player.emplace([](std::string_view) {});
-    m_player->play({{1, "start", {"cscript //nologo " + script}}});
+    m_player->play({{1, "start", {commandLine}}});
 }
 
 void Shop::play(std::string_view script) {
@@ -166,9 +182,11 @@ std::string Shop::modified() {
 }
 
 void Shop::setConnection(std::string_view key, std::string_view value) {
-    const std::wstring text = wide(value);
-    RegSetKeyValueW(HKEY_CURRENT_USER, kConnection, wide(key).c_str(), REG_SZ, text.c_str(),
-                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+    setText(kConnection, key, value);
+}
+
+void Shop::setSupplier(std::string_view key, std::string_view value) {
+    setText(kSupplier, key, value);
 }
 
 std::string Shop::connection(std::string_view key) {

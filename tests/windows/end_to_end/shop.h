@@ -35,12 +35,16 @@ protected:
 
     // A value of the host's connection settings.
     static void setConnection(std::string_view key, std::string_view value);
+    // A value of its supplier's section, for a host that has one.
+    static void setSupplier(std::string_view key, std::string_view value);
     [[nodiscard]] static std::string connection(std::string_view key);
 
     // Starts a script host that calls ShowForm once for each of these product codes, then ends.
     void startHost(const std::vector<std::string>& productCodes);
     // Starts a script of examples/hosts.
     void startScript(std::string_view name, std::string_view arguments);
+    // Starts another program that was built beside this one.
+    void startProgram(std::string_view name, std::string_view arguments);
     // Plays the lines; {folder} in them is the data folder.
     void play(std::string_view script);
     // Waits until the host has ended, with code 0. Returns what it printed.
@@ -54,7 +58,7 @@ protected:
     void waitUntilModified() const;
 
 private:
-    void start(const std::string& script);
+    void start(const std::string& commandLine);
 
     std::string m_folder;
     std::optional<drive::Player> m_player;

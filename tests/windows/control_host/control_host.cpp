@@ -1,0 +1,134 @@
+// A host that shows the send/receive control in a window of its own, with its own commands, globals and settings, and
+// prints the events that it hears.
+//
+//   control_host FOLDER ADDRESS
+//
+// In FOLDER are commands.xml, the commands, and globals.js, an expression for the globals object, in which `host` is
+// the settings document, read from quorvantis.xml. A command with waits="yes" keeps the host busy after it until the
+// user cancels. Ends with the line END and exit code 0.
+#include "sendreceive/events.h"
+#include "sendreceive/ucSendReceive.h"
+#include "ui/form.h"
+#include "windows/adapters/ansi_code_page.h"
+#include "windows/adapters/local_clock.h"
+#include "windows/adapters/registry_settings.h"
+#include "windows/adapters/user_data_protection.h"
+#include "windows/adapters/user_locale.h"
+#include "windows/adapters/wic_picture_decoder.h"
+#include "windows/adapters/wide.h"
+#include "windows/adapters/windows_file_system.h"
+#include "windows/adapters/windows_network.h"
+#include "windows/adapters/windows_programs.h"
+#include "windows/com/dispatch_object.h"
+#include "windows/forms/windows_desktop.h"
+#include "windows/host_object.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include <windows.h>
+
+#include <objbase.h>
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+using windows::com::DispatchObject;
+
+// What the control works with in the component too.
+struct Machine {
+    windows::WindowsDesktop desktop{GetModuleHandleW(nullptr)};
+    windows::WindowsFileSystem files;
+    windows::RegistrySettings settings;
+    windows::LocalClock clock;
+    windows::AnsiCodePage ansi;
+    windows::UserLocale locale;
+    windows::WicPictureDecoder pictures;
+    windows::UserDataProtection protection;
+    windows::WindowsNetwork network;
+    login::frmLogin login{{desktop, settings, protection, clock}};
+    sendreceive::Services services{desktop, files, settings, clock, ansi, locale, pictures, login, network, ""};
+};
+
+class Window final : public ui::Form, private sendreceive::Events {
+public:
+    // The component's own window has a template that fits.
+    Window(Machine& machine, std::shared_ptr<sendreceive::ucSendReceive> control)
+        : Form(machine.desktop, "frmQVI_sendreceive"), m_control(std::move(control)), m_machine(machine) {
+        ucSendReceive1.anchors = {true, true, true, true};
+        m_control->advise(*this);
+    }
+    ~Window() override { m_control->unadvise(*this); }
+
+private:
+    void Form_Load() override { m_control->LoadCommands(); }
+    void Form_CloseBox() override { m_control->cmdCancel_Click(); }
+
+    void DownloadComplete(std::string& name, const xml::XmlNode& command,
+                          const std::shared_ptr<xml::XmlDocument>& /*results*/) override {
+        std::printf("DownloadComplete %s\n", name.c_str());
+        while (command.getAttribute("waits") == "yes" && !m_control->gCancelled) {
+            m_machine.desktop.doEvents();
+        }
+    }
+    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>& /*request*/) override {
+        std::printf("DownloadStart %s\n", name.c_str());
+    }
+    void Cancelled() override {
+        std::puts("Cancelled");
+        unload();
+    }
+    void SendReceiveCompleted() override { std::puts("SendReceiveCompleted"); }
+    void CloseQuorVantis() override {}
+    void OpenfrmOptions(const std::string& /*url*/) override {}
+    void RegisterServer(const std::string& file) override { std::printf("RegisterServer %s\n", file.c_str()); }
+    void UnregisterServer(const std::string& file) override { std::printf("UnregisterServer %s\n", file.c_str()); }
+
+    std::shared_ptr<sendreceive::ucSendReceive> m_control;
+    Machine& m_machine;
+    ui::UserControlSite ucSendReceive1{*this, "ucSendReceive1", *m_control};
+};
+
+ComPtr<IDispatch> settingsDocument(const std::string& path) {
+    CLSID library{};
+    ComPtr<IDispatch> document;
+    if (FAILED(CLSIDFromProgID(L"Msxml2.DOMDocument", &library)) ||
+        FAILED(CoCreateInstance(library, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&document)))) {
+        return nullptr;
+    }
+    DispatchObject(document).put("async", false);
+    DispatchObject(document).call("load", {path});
+    return document;
+}
+
+void run(const std::string& folder, const std::string& address) {
+    Machine machine;
+    const ComPtr<IDispatch> settings = settingsDocument(folder + "quorvantis.xml");
+    com_test::JScript script(settings.Get());
+    auto commands = std::make_shared<xml::XmlDocument>();
+    static_cast<void>(commands->load(machine.files.readFile(folder + "commands.xml")));
+
+    const auto control = sendreceive::ucSendReceive::create(machine.services);
+    control->Globals =
+        windows::com::toObjectRef(script.object(windows::toWide(machine.files.readFile(folder + "globals.js"))));
+    control->sWebAddress = address;
+    control->setDomCommands(std::move(commands));
+    Window window(machine, control);
+    window.load();
+    window.showModal();
+}
+
+} // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    if (count != 3) {
+        return 2;
+    }
+    std::setvbuf(stdout, nullptr, _IONBF, 0); // whoever waits for an event sees it at once
+    CoInitialize(nullptr);
+    run(windows::fromWide(arguments[1]), windows::fromWide(arguments[2]));
+    std::puts("END");
+    CoUninitialize();
+    return 0;
+}
