@@ -32,6 +32,7 @@ std::unique_ptr<ports::Https> makeTransport() {
 class Counter final : public ports::HttpEvents {
 public:
     void transferStarted() override {}
+    void answered(std::int32_t /*status*/) override {}
     void header(std::string_view /*field*/, std::string_view /*value*/) override {}
     void received(std::string_view piece) override { bytes += piece.size(); }
     void idle() override {

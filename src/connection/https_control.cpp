@@ -1,5 +1,6 @@
 #include "connection/https_control.h"
 
+#include "base/resume_next.h"
 #include "base/runtime_error.h"
 #include "base/text.h"
 
@@ -44,11 +45,11 @@ class HttpsControl::Running {
 public:
     explicit Running(HttpsControl& control) : m_control(control) {
         control.m_busy = true;
-        control.forgetAnswer();
-        control.m_bytesSoFar = 0;
-        control.m_notWritten.reset();
+        control.m_cancelled = false;
         if (!control.LocalFile.empty()) {
-            control.m_file = std::make_unique<DownloadFile>(control.m_fileSystem, control.LocalFile);
+            using enum DownloadFile::WhenBroken;
+            control.m_file = std::make_unique<DownloadFile>(control.m_fileSystem, control.LocalFile, control.URL,
+                                                            control.Resume ? Resume : Discard);
         }
     }
     Running(const Running&) = delete;
@@ -67,16 +68,43 @@ HttpsResult HttpsControl::perform(Action action) {
         throw base::RuntimeError(base::error::kInvalidProcedureCall);
     }
     const Running running(*this);
-    const ports::HttpOutcome outcome = m_transport->perform(request(action), *this);
-    HttpsResult result = judge(outcome, action);
-    if (m_file && result.number == 0 && !systemIsDown()) {
-        writeToFile([&] { m_file->keep(); });
+    Performed performed = performOnce(action);
+    if (m_file && m_file->refusesRest(m_answer) && !m_cancelled) { // it is another file by now
+        writeToFile([&] { m_file->removePart(); });
+        performed = performOnce(action);
+    }
+    tell(performed.outcome, performed.result);
+    return performed.result;
+}
+
+HttpsControl::Performed HttpsControl::performOnce(Action action) {
+    forgetAnswer();
+    m_bytesSoFar = 0;
+    m_fileBegun = false;
+    m_notWritten.reset();
+    Performed performed;
+    performed.outcome = m_transport->perform(request(action), *this);
+    performed.result = judge(performed.outcome, action);
+    if (m_file && !systemIsDown()) {
+        if (performed.result.number == 0) {
+            putFileInPlace();
+        } else if (!m_notWritten) {
+            base::resumeNext([&] { m_file->leave(); });
+        }
     }
     if (m_notWritten) {
-        result = *m_notWritten;
+        performed.result = *m_notWritten;
     }
-    tell(outcome, result);
-    return result;
+    return performed;
+}
+
+// The transport has counted the bytes of one answer; a file may be made of two.
+void HttpsControl::putFileInPlace() {
+    if (m_file->complete()) {
+        writeToFile([&] { m_file->keep(); });
+    } else {
+        m_notWritten = HttpsResult{https_error::kIncomplete, "The file is not as long as the server says."};
+    }
 }
 
 void HttpsControl::tell(const ports::HttpOutcome& outcome, const HttpsResult& result) const {
@@ -98,6 +126,9 @@ ports::HttpRequest HttpsControl::request(Action action) const {
     request.settings = settings;
     request.useWinInet = UseWinInet;
     request.timeout = TimeOut;
+    if (m_file) {
+        request.headers = m_file->requestHeaders();
+    }
     return request;
 }
 
@@ -123,22 +154,29 @@ bool HttpsControl::systemIsDown() const {
 }
 
 void HttpsControl::cancel() noexcept {
+    m_cancelled = true;
     m_transport->cancel();
 }
 
 void HttpsControl::forgetAnswer() noexcept {
     m_response.clear();
     m_contentType.clear();
+    m_answer = {};
 }
 
 void HttpsControl::transferStarted() {
     raise(onTransferStart);
 }
 
+void HttpsControl::answered(std::int32_t status) {
+    m_answer.status = status;
+}
+
 void HttpsControl::header(std::string_view field, std::string_view value) {
     if (base::upperCase(field) == "CONTENT-TYPE") {
         m_contentType = value;
     }
+    m_answer.take(field, value);
     raise(onHeader, field, value);
 }
 
@@ -146,10 +184,23 @@ void HttpsControl::received(std::string_view bytes) {
     const std::size_t limit = m_file ? std::min(responseLimit, kKeptOfAFile) : responseLimit;
     m_response += bytes.substr(0, limit - std::min(limit, m_response.size()));
     m_bytesSoFar += static_cast<std::int64_t>(bytes.size());
-    if (m_file) {
-        writeToFile([&] { m_file->write(bytes); });
+    if (m_file && m_answer.status < kRedirection) {
+        receiveFile(bytes);
     }
     raise(onTransferProgress, m_bytesSoFar, bytes);
+}
+
+void HttpsControl::receiveFile(std::string_view bytes) {
+    if (m_file->refusesRest(m_answer)) {
+        m_transport->cancel();
+        return;
+    }
+    writeToFile([&] {
+        if (!std::exchange(m_fileBegun, true)) {
+            m_file->begin(m_answer);
+        }
+        m_file->write(bytes);
+    });
 }
 
 // A disk that is full or a folder that is shut ends the transfer, as a failure of its own.

@@ -31,7 +31,8 @@ namespace https_error {
 inline constexpr std::int32_t kNoConnection = 20152;
 // Every other failure: this plus the transport's own number ...
 inline constexpr std::int32_t kTransport = 20000;
-// ... among them a file that could not be written, and what cancel() ended.
+// ... among them a file of which not all came, one that could not be written, and what cancel() ended.
+inline constexpr std::int32_t kIncomplete = kTransport + 18;
 inline constexpr std::int32_t kNotWritten = kTransport + 23;
 inline constexpr std::int32_t kCancelled = kTransport + 42;
 } // namespace https_error
@@ -59,6 +60,8 @@ public:
     std::string URL; // http or https, without blanks
     std::string PostData;
     std::string LocalFile; // not "": a file's whole path, which then gets the body
+    // A file that breaks off leaves its beginning beside LocalFile, and the next request for it asks for the rest.
+    bool Resume = false;
     bool UseWinInet = false;
     ports::HttpSettings settings;
     std::chrono::milliseconds TimeOut{600'000};
@@ -89,18 +92,28 @@ public:
     [[nodiscard]] const std::string& response() const noexcept { return m_response; }
     // The value of its Content-Type; "" without one.
     [[nodiscard]] const std::string& contentType() const noexcept { return m_contentType; }
+    // How long the file of the last answer is by what the server says; nothing when it does not say.
+    [[nodiscard]] std::optional<std::int64_t> announcedFileLength() const { return m_answer.fileLength(); }
 
 private:
     class Running;
 
     void transferStarted() override;
+    void answered(std::int32_t status) override;
     void header(std::string_view field, std::string_view value) override;
     void received(std::string_view bytes) override;
     void idle() override;
 
+    struct Performed {
+        ports::HttpOutcome outcome;
+        HttpsResult result;
+    };
+    [[nodiscard]] Performed performOnce(Action action);
+    void putFileInPlace();
     [[nodiscard]] ports::HttpRequest request(Action action) const;
     [[nodiscard]] HttpsResult judge(const ports::HttpOutcome& outcome, Action action) const;
     [[nodiscard]] bool systemIsDown() const;
+    void receiveFile(std::string_view bytes);
     void writeToFile(const std::function<void()>& step);
     void tell(const ports::HttpOutcome& outcome, const HttpsResult& result) const;
 
@@ -108,10 +121,13 @@ private:
     std::unique_ptr<ports::Https> m_transport;
     std::string m_response;
     std::string m_contentType;
+    FileAnswer m_answer;
     std::int64_t m_bytesSoFar = 0;
     std::unique_ptr<DownloadFile> m_file; // of the running request
+    bool m_fileBegun = false;
     std::optional<HttpsResult> m_notWritten;
     bool m_busy = false;
+    bool m_cancelled = false;
 };
 
 } // namespace connection

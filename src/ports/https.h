@@ -82,7 +82,9 @@ public:
 
     // The request goes out. Once; not again for a redirect or a second try with a login.
     virtual void transferStarted() = 0;
-    // One header line of the server's last answer: not of redirects, of a demand for a login that is then given, or of
+    // The server's last answer begins, with this status: 200 and so on. Before its headers.
+    virtual void answered(std::int32_t status) = 0;
+    // One header line of that answer: not of redirects, of a demand for a login that is then given, or of
     // a proxy's answer to a tunnel.
     virtual void header(std::string_view field, std::string_view value) = 0;
     // Bytes of the body as they come, of the same answer only.

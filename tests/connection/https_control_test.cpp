@@ -133,6 +133,96 @@ TEST_F(HttpsControlTest, AFullDiskEndsTheTransfer) {
     EXPECT_FALSE(files.fileExists("C:\\data\\a.zip.part"));
 }
 
+// A download of "0123456789" that is broken off after five bytes, and what becomes of it at the next request.
+TEST_F(HttpsControlTest, ABrokenDownloadGoesOnWhereItEnded) {
+    const std::string target = "C:\\data\\a.zip";
+    const std::vector<ports::HttpHeader> whole = {{"Content-Length", "10"}, {"ETag", "\"one\""}};
+    const std::vector<ports::HttpHeader> rest = {{"content-range", "bytes 5-9/10"}, {"Content-Length", "5"}};
+    struct Row {
+        std::string name;
+        std::vector<fakes::Answer> answers;
+        std::string result;
+        std::string file; // "": none
+        bool partLeft;
+    };
+    const fakes::Answer again{{"abcdefghij"}, 200, "OK", whole};
+    const std::vector<Row> rows = {
+        {"the rest", {{{"56", "789"}, 206, "Partial Content", rest}}, "0 ", "0123456789", false},
+        {"another file by now", {again}, "0 ", "abcdefghij", false},
+        {"a rest of something else",
+         {{{"xxxxx"}, 206, "Partial Content", {{"Content-Range", "bytes 4-9/10"}}}, again},
+         "0 ",
+         "abcdefghij",
+         false},
+        {"the file has become shorter", {{{}, 416, "Range Not Satisfiable"}, again}, "0 ", "abcdefghij", false},
+        {"a rest that is too short",
+         {{{"56"}, 206, "Partial Content", {{"Content-Range", "bytes 5-9/10"}}}},
+         "20018 The file is not as long as the server says.",
+         "",
+         false},
+        {"broken off again",
+         {{{"56"}, 206, "Partial Content", rest, Kind::Failed, 18, "broken"}},
+         "20018 broken",
+         "",
+         true},
+        {"an error page", {{{"sorry"}, 503, "No"}}, "20152 HTTP protocol error. 503 No", "", true},
+        {"a switched-off service", {{{"<SYSDOWN>"}, 200, "OK"}}, "0 ", "", false},
+    };
+    https.LocalFile = target;
+    https.Resume = true;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        static_cast<void>(perform(Action::Get, {{"012", "34"}, 200, "OK", whole, Kind::Failed, 18, "broken"}));
+        EXPECT_FALSE(files.fileExists(target));
+        EXPECT_EQ(files.contents(target + ".part"), "01234");
+        for (const fakes::Answer& answer : row.answers) {
+            network.willAnswer(answer);
+        }
+        EXPECT_EQ(perform(Action::Get), row.result);
+        const std::vector<ports::HttpHeader>& asked =
+            network.requests[network.requests.size() - row.answers.size()].headers;
+        ASSERT_EQ(asked.size(), 2U);
+        EXPECT_EQ(asked[0].field + ": " + asked[0].value, "Range: bytes=5-");
+        EXPECT_EQ(asked[1].field + ": " + asked[1].value, "If-Range: \"one\"");
+        EXPECT_EQ(files.fileExists(target) ? files.contents(target) : "", row.file);
+        EXPECT_EQ(files.fileExists(target + ".part"), row.partLeft);
+        EXPECT_EQ(files.fileExists(target + ".part.info"), row.partLeft);
+        for (const std::string& file : {target, target + ".part", target + ".part.info"}) {
+            if (files.fileExists(file)) {
+                files.removeFile(file);
+            }
+        }
+    }
+}
+
+TEST_F(HttpsControlTest, OnlyAPartOfTheSameFileIsGoneOnWith) {
+    const std::string target = "C:\\data\\a.zip";
+    https.LocalFile = target;
+    https.Resume = true;
+    // Nothing says that the file will be the same one next time: no part stays.
+    for (const std::vector<ports::HttpHeader>& headers : {std::vector<ports::HttpHeader>{{"Content-Length", "10"}},
+                                                          {{"ETag", "\"one\""}},
+                                                          {{"Content-Length", "10"}, {"ETag", "W/\"weak\""}}}) {
+        static_cast<void>(perform(Action::Get, {{"01234"}, 200, "OK", headers, Kind::Failed, 18, "broken"}));
+        EXPECT_FALSE(files.fileExists(target + ".part"));
+    }
+    // What was left for another address, or cannot be read, is not asked for.
+    const std::string ours = https.URL + "\r\nSun, 22 Nov 2026 10:00:00 GMT\r\n10\r\n";
+    for (const std::string& info :
+         std::vector<std::string>{"http://elsewhere/\r\n\"one\"\r\n10\r\n", "rubbish", ours + "more"}) {
+        files.addFile(target + ".part", "01234");
+        files.addFile(target + ".part.info", info);
+        EXPECT_EQ(perform(Action::Get, {{"abc"}}), "0 ");
+        EXPECT_TRUE(network.requests.back().headers.empty()) << info;
+        EXPECT_EQ(files.contents(target), "abc");
+        EXPECT_FALSE(files.fileExists(target + ".part.info"));
+    }
+    files.addFile(target + ".part", "01234");
+    files.addFile(target + ".part.info", ours);
+    EXPECT_EQ(perform(Action::Get, {{"abc"}}), "0 ");
+    EXPECT_EQ(network.requests.back().headers.size(), 2U);
+}
+
 TEST_F(HttpsControlTest, OneRequestAtATime) {
     std::int32_t nested = 0;
     static_cast<void>(perform(Action::Get, {{"x"}, 200, "OK", {}, Kind::Answered, 0, "", [&] {

@@ -25,6 +25,10 @@ public:
         ++started;
         tell(onStarted);
     }
+    void answered(std::int32_t status) override {
+        EXPECT_TRUE(headers.empty() && body.empty());
+        statuses.push_back(status);
+    }
     void header(std::string_view field, std::string_view value) override {
         headers.push_back(std::string(field) + "=" + std::string(value));
         tell(onHeader);
@@ -45,6 +49,7 @@ public:
     int started = 0;
     int idles = 0;
     int calls = 0; // of those that have a step above
+    std::vector<std::int32_t> statuses;
     std::vector<std::string> headers;
     std::string body;
     Clock::time_point lastIdle = Clock::now();

@@ -47,6 +47,7 @@ TEST_P(HttpsContract, EveryWholeAnswerIsAnAnswerWhateverItsStatus) {
             EXPECT_EQ(end.code, 0);
             EXPECT_EQ(end.status, row.status);
             EXPECT_EQ(end.reason, row.reason);
+            EXPECT_THAT(heard->statuses, ElementsAre(row.status));
             EXPECT_EQ(heard->body, row.body);
             EXPECT_FALSE(end.broken);
             EXPECT_EQ(heard->started, 1);

@@ -50,6 +50,9 @@ private:
         if (m_cancelled) {
             return cancelled;
         }
+        if (answers) {
+            events.answered(answer.status);
+        }
         for (const ports::HttpHeader& header : answers ? answer.headers : std::vector<ports::HttpHeader>{}) {
             events.header(header.field, header.value);
         }

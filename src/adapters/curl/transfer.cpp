@@ -246,11 +246,12 @@ bool Transfer::headEnds() {
         m_began = false;
         return true;
     }
+    m_events.answered(m_head.status);
     for (const ports::HttpHeader& header : m_head.fields) {
-        m_events.header(header.field, header.value);
         if (stopped()) {
             return false;
         }
+        m_events.header(header.field, header.value);
     }
     return true;
 }

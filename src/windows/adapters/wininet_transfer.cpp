@@ -176,6 +176,7 @@ void WinInetTransfer::tellHead() {
     if (!std::exchange(m_started, true)) {
         m_events.transferStarted();
     }
+    m_events.answered(m_head.status);
     for (const ports::HttpHeader& header : m_head.fields) {
         if (m_cancelled) {
             break;
