@@ -25,7 +25,6 @@ std::string_view standardText(std::int32_t number) noexcept {
     case error::kObjectNotSet: return "Object variable or With block variable not set";
     case error::kFormAlreadyDisplayed: return "Form already displayed; can't show modally";
     case error::kNoSuchMember: return "Object doesn't support this property or method";
-    case error::kMemberNotSupported: return "Object doesn't support this action";
     case error::kKeyNotUnique: return "Key is not unique in collection";
     default: return "Application-defined or object-defined error";
     }

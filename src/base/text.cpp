@@ -191,6 +191,11 @@ bool containsIgnoringCase(std::string_view bytes, std::string_view part) noexcep
     return std::search(bytes.begin(), bytes.end(), part.begin(), part.end(), equal) != bytes.end() || part.empty();
 }
 
+bool saysYes(std::string_view text) {
+    const std::string upper = upperCase(text);
+    return upper == "TRUE" || upper == "YES" || upper == "-1" || upper == "1";
+}
+
 std::string_view trim(std::string_view text) noexcept {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) {

@@ -32,6 +32,9 @@ namespace base {
 // Letter case ignored, for a `part` of ASCII characters; any bytes may be searched.
 [[nodiscard]] bool containsIgnoringCase(std::string_view bytes, std::string_view part) noexcept;
 
+// What a switch in a document or of a host says: "true", "yes", "-1" and "1", in any letter case.
+[[nodiscard]] bool saysYes(std::string_view text);
+
 // Without leading and trailing blanks (U+0020 only; tabs and no-break blanks stay).
 [[nodiscard]] std::string_view trim(std::string_view text) noexcept;
 

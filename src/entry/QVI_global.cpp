@@ -6,8 +6,18 @@
 namespace entry {
 
 sendreceive::Services sendReceiveServices(Environment& e) {
-    return {e.desktop, e.fileSystem, e.settings, e.clock,   e.ansi,
-            e.locale,  e.pictures,   e.login,    e.network, e.componentFolder};
+    return {e.desktop,
+            e.fileSystem,
+            e.settings,
+            e.clock,
+            e.ansi,
+            e.locale,
+            e.pictures,
+            e.login,
+            e.network,
+            e.programs,
+            {e.cabinetApi, e.cabinetCallback, e.fileSystem, e.ansi, e.locale, e.log},
+            e.componentFolder};
 }
 
 void showSendReceive(Environment& environment) {

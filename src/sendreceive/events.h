@@ -31,7 +31,7 @@ public:
     virtual void CloseQuorVantis() = 0;
     // 6: the user asks for the host's options screen, for want of a connection to `url`.
     virtual void OpenfrmOptions(const std::string& url) = 0;
-    // 7 and 8: before and after a downloaded library is registered.
+    // 7: a downloaded library (.dll, .ocx) is in its place, and may be registered. 8: one is about to be replaced.
     virtual void RegisterServer(const std::string& file) = 0;
     virtual void UnregisterServer(const std::string& file) = 0;
 };

@@ -57,6 +57,7 @@ void Exchange::prepare() {
     log("Sub SendReceive --> Set variables");
     m_https.PostData.clear();
     m_https.LocalFile.clear();
+    m_https.Resume = m_request.resume;
     if (m_request.command) {
         log("Sub SendReceive --> SendCommand\r\n" + loggedText(*m_request.command));
     }
@@ -253,8 +254,7 @@ bool Exchange::check() {
         return false;
     }
     log("Sub SendReceive: Check for file downloads");
-    static_cast<void>(m_control.CheckForFileDownloads(m_request.results, true, m_host.text("gQuorVantisPath"),
-                                                      m_request.forceDownload));
+    m_control.checkFiles(m_request.results, true, m_host.text("gQuorVantisPath"), m_request.forceDownload);
     log("Sub SendReceive: SendReceive = true");
     return true;
 }

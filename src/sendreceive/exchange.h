@@ -24,6 +24,7 @@ struct ExchangeRequest {
     const std::string& localFile;                     // not "": the body goes to this file
     bool dontLoadResults;                             // the answer is no document
     bool forceDownload;                               // for the files that the answer names
+    bool resume;                                      // a file that broke off goes on where it ended
 };
 
 class Exchange {

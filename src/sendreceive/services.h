@@ -1,6 +1,7 @@
 // What the send/receive side works with.
 #pragma once
 
+#include "cabinet/clsCABFile.h"
 #include "login/frmLogin.h"
 #include "ports/clock.h"
 #include "ports/code_page.h"
@@ -8,6 +9,7 @@
 #include "ports/locale.h"
 #include "ports/network.h"
 #include "ports/picture_decoder.h"
+#include "ports/programs.h"
 #include "ports/settings.h"
 #include "ui/desktop.h"
 
@@ -27,7 +29,9 @@ struct Services {
     ports::PictureDecoder& pictures;
     login::frmLogin& login;
     ports::Network& network;
-    std::string componentFolder; // where the component's own files are; without a final backslash
+    ports::Programs& programs;
+    cabinet::clsCABFile::Services cabinets; // what a reader of cabinets works with
+    std::string componentFolder;            // where the component's own files are; without a final backslash
     // For connecting to the server, and for its silence after that.
     std::chrono::milliseconds timeOut{600'000};
 };

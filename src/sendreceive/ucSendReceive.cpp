@@ -20,10 +20,6 @@ namespace {
 // The bar's full length leaves this much of the frame free; twips.
 constexpr std::int32_t kFullBar = ui::FramedBar::kFrameWidth - 30;
 
-[[noreturn]] void notInThisVersion() {
-    throw base::RuntimeError(base::error::kMemberNotSupported);
-}
-
 // The connection settings while they are on the screen, for who wants to close them.
 class Shown {
 public:
@@ -34,6 +30,18 @@ public:
 
 private:
     connection::frmDial*& m_where;
+};
+
+// An exchange is on its way as long as it lives.
+class Exchanging {
+public:
+    explicit Exchanging(bool& flag) : m_flag(flag) { flag = true; }
+    Exchanging(const Exchanging&) = delete;
+    Exchanging& operator=(const Exchanging&) = delete;
+    ~Exchanging() { m_flag = false; }
+
+private:
+    bool& m_flag;
 };
 
 } // namespace
@@ -99,22 +107,13 @@ bool ucSendReceive::SendReceive(std::string& url, const std::string& method,
     const auto self = shared_from_this();
     bool succeeded = false;
     reportErrors("SendReceive", [&] {
-        if (https().busy()) { // asked for from inside the transfer that runs
-            WriteSingleLog("Sub SendReceive: busy", false);
-            return;
-        }
-        if (!m_busy) {
-            gCancelled = false;
-        }
-        succeeded = Exchange(*this, m_services, https(),
-                             {url, method, results, request, localFile, dontLoadResults, forceDownload})
-                        .run();
+        exclusively("SendReceive", [&] {
+            succeeded = Exchange(*this, m_services, https(),
+                                 {url, method, results, request, localFile, dontLoadResults, forceDownload, false})
+                            .run();
+        });
     });
     return succeeded;
-}
-
-bool ucSendReceive::DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>&, const std::string&, const std::string&) {
-    notInThisVersion();
 }
 
 void ucSendReceive::DisconnectFromInternet() {
@@ -124,18 +123,6 @@ void ucSendReceive::DisconnectFromInternet() {
             m_dialForm->unload();
         }
     });
-}
-
-bool ucSendReceive::CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>& results, bool, const std::string&,
-                                          bool) {
-    if (results && !results->selectNodes("//file").empty()) {
-        notInThisVersion();
-    }
-    return true;
-}
-
-void ucSendReceive::RunSetup() {
-    notInThisVersion();
 }
 
 void ucSendReceive::LoadCommands() {
@@ -280,6 +267,14 @@ void ucSendReceive::askForOptions(const std::string& url) {
     fire([&](Events& listener) { listener.OpenfrmOptions(url); });
 }
 
+void ucSendReceive::askToRegister(const std::string& file) {
+    fire([&](Events& listener) { listener.RegisterServer(file); });
+}
+
+void ucSendReceive::askToUnregister(const std::string& file) {
+    fire([&](Events& listener) { listener.UnregisterServer(file); });
+}
+
 void ucSendReceive::advise(Events& listener) {
     m_listeners.push_back(&listener);
 }
@@ -311,6 +306,20 @@ void ucSendReceive::UserControl_KeyPress(char16_t& key) {
         key = 0;
         cmdCancel_Click();
     }
+}
+
+// A second exchange would take the transport and the dialogues away from under the first: a host's timer may ask for
+// one while a request runs or a dialogue is open.
+void ucSendReceive::exclusively(std::string_view routine, const std::function<void()>& body) {
+    if (m_exchanging) {
+        WriteSingleLog("Sub " + std::string(routine) + ": busy", false);
+        return;
+    }
+    const Exchanging now(m_exchanging);
+    if (!m_busy) {
+        gCancelled = false;
+    }
+    body();
 }
 
 bool ucSendReceive::reportErrors(std::string_view routine, const std::function<void()>& body) {

@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +44,9 @@ public:
     bool gUsingAlternate = false;
     // Cancel was pressed since the run, or the exchange outside of one, began.
     bool gCancelled = false;
+    // A set-up program was fetched and is to run when the run has ended; its path, which outlives that.
+    bool bMustRunSetup = false;
+    std::string MustRunSetupName;
 
     // Null: none given.
     [[nodiscard]] const std::shared_ptr<xml::XmlDocument>& domCommands() const noexcept { return m_commands; }
@@ -50,7 +54,7 @@ public:
     void setDomCommands(std::shared_ptr<xml::XmlDocument> document, std::unique_ptr<HostCommandDocument> original = {});
 
     // The public methods. Each shows what goes wrong in it in a box, "Error in <name>:" and the description, except
-    // those that are not part of this version: they raise 445.
+    // DownloadUpgrade and RunSetup, which raise it.
     void SetDownloadVisible(bool visible);
     // Shows the connection settings: the dial-up page when something is to be dialled. True unless the user cancels.
     [[nodiscard]] bool LoadfrmDial(bool dialMode);
@@ -72,8 +76,11 @@ public:
     void SetProgressBar(std::int32_t value);
     void SetProgressBarMax();
     void SetProgressBarMinimum();
+    // Fetches all files of an answer with an upgrade command into the folder rootPath & folderName & "\", which is made
+    // when it is not there; its own folder is (see upgrade.h). True when the last of them was fetched. While an
+    // exchange is on its way it only leaves a trace.
     [[nodiscard]] bool DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>& results, const std::string& folderName,
-                                       const std::string& rootPath); // 445
+                                       const std::string& rootPath);
     // Hangs up what was dialled here, and closes the connection settings.
     void DisconnectFromInternet();
     // The progress frame and the buttons in the colours that the host names.
@@ -81,10 +88,15 @@ public:
     // Null clears the picture, as does a file that is no picture.
     void UserControl_SetImage(std::shared_ptr<const base::Picture> picture);
     void UserControl_SetImage(const std::string& file);
-    // Nothing for an answer that names no files; else 445.
+    // Fetches the files that an answer names and puts them where they belong (see file_downloads.h); an upgrade's go
+    // through DownloadUpgrade. `dataFolder` with its final backslash; `forceDownload`: also those that are here
+    // already. True unless one that is needed could not be had. While an exchange is on its way it only leaves a trace.
     [[nodiscard]] bool CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>& results, bool doDownloads,
                                              const std::string& dataFolder, bool forceDownload);
-    void RunSetup(); // 445
+    // Tells the user of the upgrade and starts the set-up program that was fetched, else the one in the current folder,
+    // with the host's gBusyWithUpgrade set. Raises 70 for a program that is not signed as the host requires, and 438
+    // for a host without that property; nothing is started then.
+    void RunSetup();
     // Works out the transport's settings from the user's; logs what is chosen.
     void SetHTTPSettings();
     [[nodiscard]] const ports::HttpSettings& httpSettings() { return https().settings; }
@@ -105,6 +117,18 @@ public:
     void announceLength(std::string_view bytes); // a header's value
     void showTransfer(std::int64_t bytesSoFar);
     void askForOptions(const std::string& url);
+    void askToRegister(const std::string& file);
+    void askToUnregister(const std::string& file);
+    // As CheckForFileDownloads, inside of an exchange.
+    bool checkFiles(const std::shared_ptr<xml::XmlDocument>& results, bool doDownloads, const std::string& dataFolder,
+                    bool forceDownload);
+    struct FetchedFile {
+        bool complete = false;
+        std::optional<std::int64_t> announcedLength; // bytes, by what the server said
+    };
+    // An exchange of its own for a file that the service names; the folders of `target` are made.
+    [[nodiscard]] FetchedFile fetchFile(const std::string& webname, const std::string& target);
+    void setUpLater(const std::string& program);
 
     [[nodiscard]] ui::Button* defaultButton() noexcept override { return &cmdOK; }
 
@@ -146,6 +170,10 @@ private:
     void setBusy(bool busy);
 
     void fire(const std::function<void(Events&)>& event);
+    // Runs the body unless an exchange is on its way: then it leaves a trace.
+    void exclusively(std::string_view routine, const std::function<void()>& body);
+    bool downloadUpgrade(const xml::XmlDocument& results, const std::string& workingFolder);
+    void runSetupIfDue();
     // The public methods' error handler.
     bool reportErrors(std::string_view routine, const std::function<void()>& body);
     [[nodiscard]] entry::HostGlobals globals() const;
@@ -163,7 +191,8 @@ private:
     std::shared_ptr<xml::XmlDocument> m_sendCommands;  // one command at a time
     bool m_forceDownload = false;
     std::int64_t m_announcedLength = 0; // 0: none
-    bool m_busy = false;
+    bool m_busy = false;                // a run is on its way
+    bool m_exchanging = false;          // an exchange is, with all that belongs to it
 };
 
 } // namespace sendreceive

@@ -42,11 +42,6 @@ bool mentionsClosing(std::string_view text) {
     return std::ranges::any_of(kClosing, [&](std::string_view name) { return base::containsIgnoringCase(text, name); });
 }
 
-bool isTrue(const std::string& text) {
-    const std::string upper = base::upperCase(text);
-    return upper == "TRUE" || upper == "YES" || upper == "-1" || upper == "1";
-}
-
 // The server asks for the same command again: in its answer to it, or for the whole answer.
 bool asksForRedo(const xml::XmlDocument& results, const std::string& name) {
     for (const xml::XmlNode& command : results.selectNodes("//command")) {
@@ -120,6 +115,7 @@ void ucSendReceive::run() {
     if (end != RunEnd::Stopped) {
         setBusy(false);
         offerToHangUp();
+        runSetupIfDue();
     }
 }
 
@@ -226,7 +222,7 @@ void ucSendReceive::startCommand(Command& command) {
     setStatus(command, "Busy");
     // Stays what it was for a command that does not say.
     if (command.element.hasAttribute("forcedownload")) {
-        m_forceDownload = isTrue(command.element.getAttribute("forcedownload"));
+        m_forceDownload = base::saysYes(command.element.getAttribute("forcedownload"));
     }
 }
 

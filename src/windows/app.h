@@ -4,12 +4,15 @@
 #include "entry/environment.h"
 #include "windows/adapters/ansi_code_page.h"
 #include "windows/adapters/local_clock.h"
+#include "windows/adapters/memory_status.h"
 #include "windows/adapters/registry_settings.h"
+#include "windows/adapters/setup_cabinet_api.h"
 #include "windows/adapters/user_data_protection.h"
 #include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
 #include "windows/adapters/windows_file_system.h"
 #include "windows/adapters/windows_network.h"
+#include "windows/adapters/windows_programs.h"
 #include "windows/com/module.h"
 #include "windows/forms/windows_desktop.h"
 
@@ -39,8 +42,12 @@ private:
     UserLocale m_locale;
     UserDataProtection m_protection;
     WindowsNetwork m_network;
-    entry::Environment m_environment{m_desktop, m_fileSystem, m_settings,   m_clock,   m_pictures,
-                                     m_ansi,    m_locale,     m_protection, m_network, com::moduleFolder()};
+    WindowsPrograms m_programs;
+    SetupCabinetApi m_cabinetApi;
+    MemoryStatus m_memory;
+    entry::Environment m_environment{m_desktop,    m_fileSystem, m_settings,         m_clock,   m_pictures,
+                                     m_ansi,       m_locale,     m_protection,       m_network, m_programs,
+                                     m_cabinetApi, m_memory,     com::moduleFolder()};
 };
 
 } // namespace windows

@@ -11,7 +11,10 @@
 #include "fakes/fake_locale.h"
 #include "fakes/fake_network.h"
 #include "fakes/fake_picture_decoder.h"
+#include "fakes/fake_programs.h"
 #include "fakes/fake_settings.h"
+#include "fakes/fake_system_info.h"
+#include "fakes/scripted_cabinet_api.h"
 #include "ports/late_bound.h"
 #include "sendreceive_form/frmQVI_sendreceive.h"
 
@@ -41,8 +44,22 @@ protected:
     fakes::FakeLocale locale;
     fakes::FakeDataProtection protection;
     fakes::FakeNetwork network;
-    entry::Environment environment{desktop, files,  settings,   clock,   pictures,
-                                   ansi,    locale, protection, network, "C:\\Program Files\\QuorvantisImage"};
+    fakes::FakePrograms programs;
+    fakes::ScriptedCabinetApi cabinetApi;
+    fakes::FakeSystemInfo system;
+    entry::Environment environment{desktop,
+                                   files,
+                                   settings,
+                                   clock,
+                                   pictures,
+                                   ansi,
+                                   locale,
+                                   protection,
+                                   network,
+                                   programs,
+                                   cabinetApi,
+                                   system,
+                                   "C:\\Program Files\\QuorvantisImage"};
     entry::clsQVI_Link link{environment};
 };
 

@@ -9,7 +9,10 @@
 #include "fakes/fake_locale.h"
 #include "fakes/fake_network.h"
 #include "fakes/fake_picture_decoder.h"
+#include "fakes/fake_programs.h"
 #include "fakes/fake_settings.h"
+#include "fakes/fake_system_info.h"
+#include "fakes/scripted_cabinet_api.h"
 #include "sendreceive/services.h"
 
 namespace fakes {
@@ -29,9 +32,24 @@ struct SendReceiveServicesOn {
     FakePictureDecoder pictures;
     FakeDataProtection protection;
     FakeNetwork network;
+    FakePrograms programs;
+    ScriptedCabinetApi cabinetApi;
+    FakeSystemInfo system;
+    entry::DiagnosticLog log{{files, settings, clock, ansi, locale, system}};
+    cabinet::modCallback cabinetCallback;
     login::frmLogin login{{desktop, settings, protection, clock}};
-    sendreceive::Services all{desktop, files,    settings, clock,   ansi,
-                              locale,  pictures, login,    network, "C:\\Program Files\\QuorvantisImage"};
+    sendreceive::Services all{desktop,
+                              files,
+                              settings,
+                              clock,
+                              ansi,
+                              locale,
+                              pictures,
+                              login,
+                              network,
+                              programs,
+                              {cabinetApi, cabinetCallback, files, ansi, locale, log},
+                              "C:\\Program Files\\QuorvantisImage"};
 };
 
 using SendReceiveServices = SendReceiveServicesOn<FakeDesktop>;

@@ -21,7 +21,7 @@ using windows::com::adopt;
 using windows::com::Bstr;
 using windows::com::SendReceiveObject;
 
-constexpr HRESULT kNotInThisVersion = static_cast<HRESULT>(0x800A01BD);
+constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B);
 
 class Control : public testing::Test {
 protected:
@@ -165,15 +165,20 @@ TEST_F(Control, PicturesAreObjectsOrFilesAndAnythingElseClearsThem) {
     EXPECT_FALSE(shown());
 }
 
-TEST_F(Control, WhatIsNotPartOfThisVersionSaysSo) {
+TEST_F(Control, WhatGoesWrongInAnUpgradeReachesTheCaller) {
     VARIANT_BOOL flag = VARIANT_TRUE;
     VARIANT nothing;
     VariantInit(&nothing);
     const Bstr text("x");
     IDispatch* results = nullptr;
     EXPECT_EQ(object->SendReceive(nullptr, text.get(), &results, nullptr, nullptr, text.get(), 0, 0, &flag), E_POINTER);
-    EXPECT_EQ(object->DownloadUpgrade(&results, text.get(), text.get(), &flag), kNotInThisVersion);
-    EXPECT_EQ(object->RunSetup(nothing), kNotInThisVersion);
+    EXPECT_EQ(object->DownloadUpgrade(&results, text.get(), text.get(), &flag), kObjectNotSet);
+    EXPECT_EQ(object->DownloadUpgrade(nullptr, text.get(), text.get(), &flag), kObjectNotSet);
+    services.files.addFile("C:\\quorvantissetup.exe", "MZ");
+    services.desktop.whenAsked("A. You need to upgrade QuorVantis: \r\n  1) Press OK to start the upgrade.\r\n"
+                               "  2) When the upgrade is complete QuorVantis will re-start.");
+    EXPECT_EQ(object->RunSetup(nothing), kObjectNotSet) << "there is no host to tell";
+    EXPECT_TRUE(services.programs.started.empty());
 }
 
 TEST(RegisteredControl, TellsContainersItsClassAndItsEvents) {

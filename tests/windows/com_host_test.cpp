@@ -68,7 +68,7 @@ TEST(ScriptHost, VbScriptUsesTheControlAndItsXmlObjects) {
                           "no document: error 438 Object doesn't support this property or method\n"
                           "puts: no error\n"
                           "True True True\n"
-                          "RunSetup: error 445 Object doesn't support this action\n"
+                          "upgrade: error 91 Object variable or With block variable not set\n"
                           "END\n");
 }
 

@@ -46,6 +46,6 @@ Set control.Globals = Nothing
 control.gUsingAlternate = True
 Report "puts"
 WScript.Echo control.gUsingAlternate & " " & (control.Globals Is Nothing) & " " & (control.domCommands Is document)
-control.RunSetup
-Report "RunSetup"
+control.DownloadUpgrade Nothing, "QV", "C:\"
+Report "upgrade"
 WScript.Echo "END"
