@@ -43,8 +43,11 @@ void removeQuietly(ports::FileSystem& fileSystem, const std::string& path) noexc
 // What a cabinet gave; removed in the end.
 class Unpacked final : public cabinet::CabFileEvents {
 public:
-    explicit Unpacked(ports::FileSystem& fileSystem) : m_fileSystem(fileSystem) {}
+    Unpacked(cabinet::clsCABFile& reader, ports::FileSystem& fileSystem) : m_reader(reader), m_fileSystem(fileSystem) {
+        m_reader.setEvents(this);
+    }
     ~Unpacked() override {
+        m_reader.setEvents(nullptr); // it stays in the callback's slot
         for (const std::string& path : m_paths) {
             removeQuietly(m_fileSystem, path);
         }
@@ -57,6 +60,7 @@ public:
     void AfterExtract(const std::string& path) override { m_paths.push_back(path); }
 
 private:
+    cabinet::clsCABFile& m_reader;
     ports::FileSystem& m_fileSystem;
     std::vector<std::string> m_paths;
 };
@@ -168,12 +172,10 @@ bool FileDownloads::unpack(const ListedFile& file, const Arrived& cabinet, const
     if (!cabinet::ensureFolder(m_services.fileSystem, unpackedFolder)) {
         throw base::RuntimeError(base::error::kPathFileAccess);
     }
-    Unpacked unpacked(m_services.fileSystem);
     const auto reader = std::make_shared<cabinet::clsCABFile>(m_services.cabinets);
-    reader->setEvents(&unpacked);
+    Unpacked unpacked(*reader, m_services.fileSystem);
     reader->CabName = cabinet.path;
     static_cast<void>(reader->Extract(file.isWholeCabinet() ? "" : file.filename, unpackedFolder, ""));
-    reader->setEvents(nullptr); // the reader stays in the callback's slot
     bool all = true;
     for (const std::string& path : unpacked.paths()) {
         const auto length = static_cast<std::int64_t>(m_services.fileSystem.fileSize(path));

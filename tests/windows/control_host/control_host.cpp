@@ -5,13 +5,17 @@
 //
 // In FOLDER are commands.xml, the commands, and globals.js, an expression for the globals object, in which `host` is
 // the settings document, read from quorvantis.xml. A command with waits="yes" keeps the host busy after it until the
-// user cancels. Ends with the line END and exit code 0.
+// user cancels. At its end it prints which of the globals' flags are set, the line END, and has the exit code 0.
+#include "entry/QVI_global.h"
+#include "entry/environment.h"
 #include "sendreceive/events.h"
 #include "sendreceive/ucSendReceive.h"
 #include "ui/form.h"
 #include "windows/adapters/ansi_code_page.h"
 #include "windows/adapters/local_clock.h"
+#include "windows/adapters/memory_status.h"
 #include "windows/adapters/registry_settings.h"
+#include "windows/adapters/setup_cabinet_api.h"
 #include "windows/adapters/user_data_protection.h"
 #include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
@@ -47,8 +51,11 @@ struct Machine {
     windows::WicPictureDecoder pictures;
     windows::UserDataProtection protection;
     windows::WindowsNetwork network;
-    login::frmLogin login{{desktop, settings, protection, clock}};
-    sendreceive::Services services{desktop, files, settings, clock, ansi, locale, pictures, login, network, ""};
+    windows::WindowsPrograms programs;
+    windows::SetupCabinetApi cabinets;
+    windows::MemoryStatus memory;
+    entry::Environment environment{desktop,    files,   settings, clock,    pictures, ansi, locale,
+                                   protection, network, programs, cabinets, memory,   ""};
 };
 
 class Window final : public ui::Form, private sendreceive::Events {
@@ -109,7 +116,7 @@ void run(const std::string& folder, const std::string& address) {
     auto commands = std::make_shared<xml::XmlDocument>();
     static_cast<void>(commands->load(machine.files.readFile(folder + "commands.xml")));
 
-    const auto control = sendreceive::ucSendReceive::create(machine.services);
+    const auto control = sendreceive::ucSendReceive::create(entry::sendReceiveServices(machine.environment));
     control->Globals =
         windows::com::toObjectRef(script.object(windows::toWide(machine.files.readFile(folder + "globals.js"))));
     control->sWebAddress = address;
@@ -117,6 +124,11 @@ void run(const std::string& folder, const std::string& address) {
     Window window(machine, control);
     window.load();
     window.showModal();
+    for (const char* const flag : {"gBusyWithUpgrade", "gDisplayExitMsg"}) {
+        if (base::toText(control->Globals->get(flag)) == base::toText(true)) {
+            std::puts(flag);
+        }
+    }
 }
 
 } // namespace
