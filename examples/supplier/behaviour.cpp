@@ -36,9 +36,14 @@ int Behaviour::repetitionsOf(std::string_view command) const {
     return numberOf(find("redo", command).getAttribute("times"));
 }
 
-xml::XmlNode Behaviour::find(std::string_view element, std::string_view command) const {
+std::optional<std::size_t> Behaviour::cutOf(std::string_view file) const {
+    const xml::XmlNode cut = find("cut", file, "file");
+    return cut ? std::optional(static_cast<std::size_t>(numberOf(cut.getAttribute("after")))) : std::nullopt;
+}
+
+xml::XmlNode Behaviour::find(std::string_view element, std::string_view value, std::string_view attribute) const {
     for (const xml::XmlNode& child : m_document.documentElement().childNodes()) {
-        if (child.nodeName() == element && child.getAttribute("command") == command) {
+        if (child.nodeName() == element && child.getAttribute(attribute) == value) {
             return child;
         }
     }

@@ -4,11 +4,14 @@
 
 #include <httplib.h>
 
+#include <algorithm>
+
 namespace supplier {
 namespace {
 
 constexpr const char* kLoopback = "127.0.0.1";
 constexpr const char* kXml = "text/xml; charset=utf-8";
+constexpr const char* kBytes = "application/octet-stream";
 constexpr const char* kHtml = "text/html; charset=utf-8";
 // A whole link document of 200,000 links has 11 MB.
 constexpr std::size_t kLargestRequest = 64 << 20;
@@ -17,6 +20,17 @@ constexpr const char* kNoteHeader = "X-Note";
 
 constexpr const char* kPage = "<html><head><title>Supplier</title></head>"
                               "<body><p>The supplier's web service is running.</p></body></html>\n";
+
+// The head says that all of it will come; the connection is closed before.
+void breakOff(httplib::Response& response, std::string bytes, std::size_t end) {
+    const std::size_t length = bytes.size();
+    response.set_content_provider(
+        length, kBytes,
+        [bytes = std::move(bytes), end](std::size_t offset, std::size_t wanted, httplib::DataSink& sink) {
+            sink.write(bytes.data() + offset, std::min(wanted, end));
+            return false;
+        });
+}
 
 void describeFault(httplib::Response& response, std::exception_ptr fault) {
     std::string text = "The service failed.";
@@ -112,16 +126,22 @@ void WebServer::execute(const httplib::Request& request, httplib::Response& resp
 }
 
 void WebServer::sendFile(const httplib::Request& request, httplib::Response& response) {
-    holdBack(Behaviour(m_folder).wait());
-    auto download = findDownload(m_folder, request.matches[1].str());
+    const Behaviour behaviour(m_folder);
+    holdBack(behaviour.wait());
+    const std::string name = request.matches[1].str();
+    auto download = findDownload(m_folder, name);
     if (!download) {
         response.status = 404;
         return;
     }
     response.set_header("ETag", download->etag);
     response.set_header("Accept-Ranges", "bytes");
+    if (const auto end = behaviour.cutOf(name); end && request.ranges.empty()) {
+        breakOff(response, std::move(download->bytes), *end);
+        return;
+    }
     response.body = std::move(download->bytes);
-    response.set_header("Content-Type", "application/octet-stream");
+    response.set_header("Content-Type", kBytes);
     // The library cuts the ranges out of the body. One of another version of the file is none of this one.
     if (request.has_header("If-Range") && request.get_header_value("If-Range") != download->etag) {
         const_cast<httplib::Request&>(request).ranges.clear(); // its own object, which it shows us as const

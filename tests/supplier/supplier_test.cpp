@@ -137,6 +137,17 @@ TEST_F(Supplier, SendsFilesAndPartsOfTheVersionThatTheClientKnows) {
         EXPECT_EQ(part->body, row.body);
     }
     EXPECT_EQ(m_client.Get("/files/setup.exe", {{"Range", "bytes=20-"}})->status, 416);
+
+    behave(R"(<cut file="setup.exe" after="4"/>)");
+    std::string beginning;
+    const auto receive = [&](const char* bytes, std::size_t count) {
+        beginning.append(bytes, count);
+        return true;
+    };
+    EXPECT_FALSE(m_client.Get("/files/setup.exe", receive)) << "it breaks off";
+    EXPECT_EQ(beginning, "0123");
+    EXPECT_EQ(m_client.Get("/files/setup.exe", rows[1].headers)->body, "456789");
+    behave("");
     for (const char* outside : {"/files/../accounts.xml", "/files/%2e%2e/accounts.xml", "/files/..%5Caccounts.xml",
                                 "/files//etc/passwd", "/files/", "/accounts.xml"}) {
         EXPECT_EQ(m_client.Get(outside)->status, 404) << outside;
