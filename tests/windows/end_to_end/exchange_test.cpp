@@ -25,10 +25,10 @@ TEST_F(Exchange, TheLinksReachTheSupplierAndTheMarksGo) {
 }
 
 TEST_F(Exchange, WhatTheSupplierRefusesStaysMarked) {
-    supplierIs(R"(<behaviour><fail command="sendimagelinks210" error="Not today."/></behaviour>)");
+    setSupplierBehaviour(R"(<behaviour><fail command="sendimagelinks210" error="Not today."/></behaviour>)");
     upload();
     EXPECT_EQ(expectBox("Not today."), "");
-    supplierIs(R"(<behaviour><off message="Back at noon."/></behaviour>)");
+    setSupplierBehaviour(R"(<behaviour><off message="Back at noon."/></behaviour>)");
     sendAgain();
     EXPECT_EQ(expectBox("Back at noon."), "");
     play("key Escape");

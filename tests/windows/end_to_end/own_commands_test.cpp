@@ -1,15 +1,9 @@
 // Runs of a host that has its own commands, globals and settings document (tests/windows/control_host), with a real
 // service: what the component's own window never asks of the control.
-#include "windows/end_to_end/shop.h"
+#include "windows/end_to_end/own_host.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <ctime>
-#include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
 
 namespace end_to_end {
@@ -18,94 +12,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-std::string environment(const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    EXPECT_NE(value, nullptr) << name << " is not set: is this run beside the service and the peers?";
-    return value == nullptr ? "" : value;
-}
-
-std::string supplierFile(const std::string& name) {
-    std::string path = "Z:" + environment("SUPPLIER_DATA") + "/" + name;
-    std::ranges::replace(path, '/', '\\');
-    return path;
-}
-
-std::string contentsOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::string today() {
-    const std::time_t now = std::time(nullptr);
-    char text[9];
-    std::strftime(text, sizeof text, "%Y%m%d", std::localtime(&now));
-    return text;
-}
-
-const std::string kPrices = "<command name='prices' show='yes' displaytext='Prices' checked='yes'/>";
-const std::string kCompleted =
-    "DownloadStart prices\r\nDownloadComplete prices\r\nSendReceiveCompleted\r\nCancelled\r\nEND\r\n";
-
-class OwnCommands : public Shop {
-protected:
-    OwnCommands() {
-        webAddress = environment("SUPPLIER_HTTP") + "/";
-        setConnection("DialType", "Manual");
-        supplierIs(R"(<answer command="prices"/><answer command="orders"/>)");
-        std::ofstream(supplierFile("accounts.xml"))
-            << R"(<accounts><account profile="1001" password="SECRET"/></accounts>)";
-        write("quorvantis.xml", R"(<quorvantis><shop name="Mine"/><accountdates prices="20200131"/></quorvantis>)");
-    }
-    ~OwnCommands() override { supplierIs(""); }
-
-    // The options are members of a JScript object.
-    void startControl(const std::string& commands, const std::string& options = "") {
-        write("commands.xml", "<commands profile='1001'>" + commands + "</commands>");
-        std::string path = folder();
-        for (std::size_t at = path.find('\\'); at != path.npos; at = path.find('\\', at + 2)) {
-            path.insert(at, 1, '\\');
-        }
-        write("globals.js", "({ gQuorVantisPath: '" + path + "', gQuorXMLpath: '" + path +
-                                "', gSettingString: 'EndToEnd', gWebService: 'Supplier', gProfileNumber: '1001',"
-                                "Branch: 'B0', account: '4711', gdomquorvantis: host, gBusyWithUpgrade: false,"
-                                "GetValue: function (name) { var known = {" +
-                                options + "}; return known[name] || 'NOT_FOUND'; } })");
-        m_logged = logFile().size();
-        startProgram("control_host", "\"" + folder() + "\\\" " + webAddress);
-        play("wait frmQVI_sendreceive");
-    }
-    void logIn(const std::string& password = "secret") {
-        play("key Enter\nwait frmLogin\ntype txtPassword " + password + "\nkey Enter\n");
-    }
-    // Closes the window; what the host has heard until then.
-    std::string heard() {
-        play("wait frmQVI_sendreceive\nkey Escape\n");
-        return hostEnds();
-    }
-
-    // What the service was asked for since the host started, a line per command with its date and what came of it.
-    [[nodiscard]] std::string requests() const {
-        constexpr std::string_view kName = "command=";
-        constexpr std::string_view kProfile = "profile=1001 ";
-        std::istringstream log(logFile().substr(m_logged));
-        std::string lines;
-        for (std::string line; std::getline(log, line);) {
-            if (const std::size_t at = line.find(kName); at != line.npos) {
-                line.erase(0, at + kName.size());
-                lines += line.erase(line.find(kProfile), kProfile.size()) + "\n";
-            }
-        }
-        return lines;
-    }
-    static void supplierIs(const std::string& behaviour) {
-        std::ofstream(supplierFile("behaviour.xml"), std::ios::binary) << "<behaviour>" << behaviour << "</behaviour>";
-    }
-
-private:
-    [[nodiscard]] static std::string logFile() { return contentsOf(supplierFile("requests.log")); }
-
-    std::size_t m_logged = 0;
-};
+class OwnCommands : public OwnHost {};
 
 TEST_F(OwnCommands, AccountsFailQuietlyAndEveryCommandKeepsItsDate) {
     supplierIs(R"(<answer command="prices"/><fail command="getaccount400" error="No such account."/>)");
@@ -123,9 +30,9 @@ TEST_F(OwnCommands, AccountsFailQuietlyAndEveryCommandKeepsItsDate) {
     )");
     supplierIs(R"(<redo command="prices" times="2"/><answer command="prices"/><answer command="orders"/>)");
     logIn();
-    play("wait frmQVI_sendreceive\nexpect-enabled cmdOK\n");
+    expectIdle();
     logIn();
-    play("wait frmQVI_sendreceive\nexpect-enabled cmdOK\n");
+    expectIdle();
     const std::string run = "DownloadStart getaccount400\r\nDownloadComplete getaccount400\r\nDownloadStart prices\r\n"
                             "DownloadComplete prices\r\nDownloadComplete prices\r\nDownloadComplete prices\r\n"
                             "DownloadStart orders\r\nDownloadComplete orders\r\nSendReceiveCompleted\r\n";
@@ -143,21 +50,21 @@ TEST_F(OwnCommands, AccountsFailQuietlyAndEveryCommandKeepsItsDate) {
 }
 
 TEST_F(OwnCommands, TheAlternateAddressIsOfferedOnceAndCanBeTickedBefore) {
-    setSupplier("AltURL", webAddress);
+    setSetting("Supplier", "AltURL", webAddress);
     // A proxy that takes no connection is no hindrance: the alternate address is reached without it.
     setConnection("UseProxy", "1");
     setConnection("FirewallType", "0");
     setConnection("ProxyServer", "127.0.0.1");
-    setConnection("ProxyPort", environment("QVI_PEER_REFUSED"));
-    startControl(kPrices);
+    setConnection("ProxyPort", peer("REFUSED"));
+    startControl(std::string(kPrices));
     play("expect-visible cAlternate\ncheck cAlternate on\n");
     logIn();
-    play("wait frmQVI_sendreceive\nexpect-enabled cmdOK\n");
+    expectIdle();
     EXPECT_EQ(heard(), kCompleted);
 
     setConnection("UseProxy", "0");
-    webAddress = "http://127.0.0.1:" + environment("QVI_PEER_REFUSED") + "/";
-    startControl(kPrices);
+    webAddress = "http://127.0.0.1:" + peer("REFUSED") + "/";
+    startControl(std::string(kPrices));
     logIn();
     play(R"(
         box "Could not connect, do you want to use the alternate web address?" Yes
@@ -169,10 +76,10 @@ TEST_F(OwnCommands, TheAlternateAddressIsOfferedOnceAndCanBeTickedBefore) {
 }
 
 TEST_F(OwnCommands, APasswordThatIsOverdueIsChangedAtTheServer) {
-    startControl(kPrices + "<command name='orders' show='yes' checked='yes'/>",
+    startControl(std::string(kPrices) + "<command name='orders' show='yes' checked='yes'/>",
                  "ForcePasswChange: 'True', PasswChangeDays: '-1'");
     logIn(); // from now on it is overdue
-    play("wait frmQVI_sendreceive\nexpect-enabled cmdOK\n");
+    expectIdle();
     play(R"(
         key Enter
         wait frmLogin
@@ -188,7 +95,7 @@ TEST_F(OwnCommands, APasswordThatIsOverdueIsChangedAtTheServer) {
     )");
     EXPECT_THAT(contentsOf(supplierFile("accounts.xml")), HasSubstr(R"(password="SPRING")"));
     EXPECT_THAT(read("quorvantis_sendreceive.txt"), Not(HasSubstr("SPRING")));
-    heard();
+    static_cast<void>(heard());
 }
 
 TEST_F(OwnCommands, CancelBetweenTwoCommandsSendsNoMore) {

@@ -20,7 +20,6 @@ constexpr const wchar_t* kSettings = L"Software\\VB and VBA Program Settings\\Qu
 constexpr const wchar_t* kModified = L"ImageModify";
 constexpr const wchar_t* kApplication = L"Software\\VB and VBA Program Settings\\EndToEnd";
 constexpr const wchar_t* kConnection = L"Software\\VB and VBA Program Settings\\EndToEnd\\Dialup";
-constexpr const wchar_t* kSupplier = L"Software\\VB and VBA Program Settings\\EndToEnd\\Supplier";
 
 std::string freshFolder() {
     std::array<wchar_t, MAX_PATH> base{};
@@ -85,12 +84,6 @@ std::string beside(const std::string& name) {
     GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
     const std::string path = narrow(program.data());
     return path.substr(0, path.find_last_of('\\') + 1) + name;
-}
-
-void setText(const wchar_t* key, std::string_view value, std::string_view text) {
-    const std::wstring wideText = wide(text);
-    RegSetKeyValueW(HKEY_CURRENT_USER, key, wide(value).c_str(), REG_SZ, wideText.c_str(),
-                    static_cast<DWORD>((wideText.size() + 1) * sizeof(wchar_t)));
 }
 
 std::filesystem::path pathOf(const std::string& text) {
@@ -182,11 +175,13 @@ std::string Shop::modified() {
 }
 
 void Shop::setConnection(std::string_view key, std::string_view value) {
-    setText(kConnection, key, value);
+    setSetting("Dialup", key, value);
 }
 
-void Shop::setSupplier(std::string_view key, std::string_view value) {
-    setText(kSupplier, key, value);
+void Shop::setSetting(std::string_view section, std::string_view key, std::string_view value) {
+    const std::wstring text = wide(value);
+    RegSetKeyValueW(HKEY_CURRENT_USER, (kApplication + (L"\\" + wide(section))).c_str(), wide(key).c_str(), REG_SZ,
+                    text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
 std::string Shop::connection(std::string_view key) {

@@ -35,8 +35,8 @@ protected:
 
     // A value of the host's connection settings.
     static void setConnection(std::string_view key, std::string_view value);
-    // A value of its supplier's section, for a host that has one.
-    static void setSupplier(std::string_view key, std::string_view value);
+    // A value of another section of the host's settings.
+    static void setSetting(std::string_view section, std::string_view key, std::string_view value);
     [[nodiscard]] static std::string connection(std::string_view key);
 
     // Starts a script host that calls ShowForm once for each of these product codes, then ends.

@@ -2,26 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 namespace end_to_end {
 namespace {
 
 using testing::HasSubstr;
-
-// A file outside Wine is on its drive Z.
-std::string onDrive(std::string path) {
-    std::ranges::replace(path, '/', '\\');
-    return "Z:" + path;
-}
-
-std::string supplierFile(const std::string& name) {
-    return environment("SUPPLIER_DATA") + "/" + name;
-}
 
 // As a word of a script.
 std::string quoted(const std::string& text) {
@@ -39,34 +25,15 @@ std::string quoted(const std::string& text) {
 
 } // namespace
 
-std::string environment(const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    EXPECT_NE(value, nullptr) << name << " is not set: is this run beside the service and the peers?";
-    return value == nullptr ? "" : value;
-}
-
-std::string peer(const std::string& name) {
-    return environment("QVI_PEER_" + name);
-}
-
-std::string peerThatPlays(const std::string& paths) {
-    return "http://127.0.0.1:" + peer("HTTP") + "/in-turn?" + paths;
-}
-
-std::string contentsOf(const std::string& path) {
-    std::ifstream file(onDrive(path), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 Upload::Upload() {
     webAddress = environment("SUPPLIER_HTTP") + "/";
     setConnection("DialType", "Manual");
-    supplierIs("<behaviour/>");
+    setSupplierBehaviour("<behaviour/>");
     std::remove(onDrive(supplierFile("images-1001.xml")).c_str());
 }
 
 Upload::~Upload() {
-    supplierIs("<behaviour/>");
+    setSupplierBehaviour("<behaviour/>");
 }
 
 void Upload::link(const std::string& picture) {
@@ -174,10 +141,6 @@ void Upload::expectSent(const std::string& picture) const {
 void Upload::expectStillToBeSent(const std::string& picture) const {
     EXPECT_THAT(read("images.xml"), HasSubstr(R"(<p f1="GEAR" f2=")" + picture + R"(" f3="created"/>)"));
     EXPECT_EQ(modified(), "Saved");
-}
-
-void Upload::supplierIs(const std::string& behaviour) {
-    std::ofstream(onDrive(supplierFile("behaviour.xml")), std::ios::binary) << behaviour;
 }
 
 std::string Upload::supplierHas(const std::string& name) {

@@ -3,19 +3,11 @@
 #pragma once
 
 #include "windows/end_to_end/shop.h"
+#include "windows/end_to_end/surroundings.h"
 
 #include <string>
 
 namespace end_to_end {
-
-// A variable of the environment; a failure and "" without it.
-[[nodiscard]] std::string environment(const std::string& name);
-// The port of a peer: peer("HTTP").
-[[nodiscard]] std::string peer(const std::string& name);
-// The address of a peer that answers one request after another as these paths say, with commas between them.
-[[nodiscard]] std::string peerThatPlays(const std::string& paths);
-// Of a file outside Wine; "" when there is none.
-[[nodiscard]] std::string contentsOf(const std::string& path);
 
 // What a person is told of a server's fault, before the name of the error file, and of a connection that does not come
 // about or breaks, before the reason in parentheses.
@@ -59,7 +51,6 @@ protected:
     // It is marked, and so is the document.
     void expectStillToBeSent(const std::string& picture = "a.jpg") const;
 
-    static void supplierIs(const std::string& behaviour);
     // A file of the supplier's data folder; "" when there is none.
     [[nodiscard]] static std::string supplierHas(const std::string& name = "images-1001.xml");
 
