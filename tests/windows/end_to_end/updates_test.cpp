@@ -37,8 +37,9 @@ protected:
                    R"(<file webname="files/setup.exe" filename="quorvantissetup.exe" version=")" +
                    version + R"("/></answer>)" + more);
     }
+    // The host may have ended meanwhile.
     void expectStarted() const {
-        waitUntil("the set-up program to start", [this] { return exists(kStarted); });
+        drive::Patience(drive::HostProcess()).until("the set-up program to start", [this] { return exists(kStarted); });
     }
 
 private:
@@ -126,6 +127,30 @@ TEST_F(Updates, AHostThatAsksForNoSignatureGetsWhatTheServerHas) {
     expectStarted();
     EXPECT_EQ(read(kStarted), "show 3, parameters ''");
     static_cast<void>(heard());
+}
+
+// By automation, without a window of the control.
+TEST_F(Updates, AScriptHostFetchesAnUpgradeAndStartsIt) {
+    const auto start = [this](const std::string& publisher) {
+        startScript("fetch_updates.js", "\"" + folder() + "\\\" " + webAddress + " 1001 secret \"" + publisher + "\"");
+    };
+    offerSetup(program("good.exe"));
+    start("Somebody Else");
+    play("box \"It is signed by Test Publisher.\" OK\nbox \"You need to upgrade QuorVantis\" OK\n");
+    EXPECT_EQ(hostEnds(), "upgrade to 7.2\r\nthere is no set-up program\r\nEND\r\n");
+    EXPECT_FALSE(exists(kSetup));
+
+    start("Test Publisher");
+    play("box \"You need to upgrade QuorVantis\" OK\n");
+    EXPECT_EQ(hostEnds(), "upgrade to 7.2\r\nset-up was started\r\nEND\r\n");
+    expectStarted();
+
+    start("Test Publisher");
+    play("wait-dialog box");
+    write(kSetup, program("another_publisher.exe"));
+    play("box \"You need to upgrade QuorVantis\" OK\n"
+         "host-prints \"quorvantissetup.exe was not accepted. It is signed by Another Publisher. (error 70)\"\n"
+         "wait-exit 1\n");
 }
 
 TEST_F(Updates, ABrokenDownloadLeavesNoFileAndGoesOnTheNextTime) {
