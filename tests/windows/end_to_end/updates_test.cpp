@@ -1,10 +1,12 @@
 // Files and upgrades that the service has for a host: from its answer until each file is in its place, and the set-up
 // program runs. Signed programs come from a launcher around this program (tests/peers/with_programs).
+#include "peers/internet_options.h"
 #include "peers/trusted_authority.h"
 #include "windows/end_to_end/own_host.h"
 
 #include <gmock/gmock.h>
 
+#include <cstdio>
 #include <fstream>
 #include <string>
 
@@ -72,8 +74,13 @@ TEST_F(Updates, FilesGoWhereTheyBelongWhenTheyAreNeeded) {
     logIn(); // the tool is the one that is here
     expectIdle();
     supplierIs(answer("7.3"));
-    logIn();
-    expectIdle();
+    serve("news.txt", "summer");
+    {
+        const LockedFile reading(folder() + "newsflash\\news.txt");
+        logIn();
+        expectIdle();
+    }
+    EXPECT_EQ(read("newsflash\\news.txt"), "spring") << "it is in use";
     EXPECT_THAT(heard(), HasSubstr("gDisplayExitMsg"));
     EXPECT_EQ(requests(), "prices lastdate=20200131\nnews.txt status=200\ncatalogue.cab status=200\n"
                           "tool.exe status=200\nprices lastdate=" +
@@ -154,23 +161,44 @@ TEST_F(Updates, AScriptHostFetchesAnUpgradeAndStartsIt) {
 }
 
 TEST_F(Updates, ABrokenDownloadLeavesNoFileAndGoesOnTheNextTime) {
-    startControl(kUpgrade, kSigned);
+    peers::forgetProxyVariables();
     const std::string whole = program("good.exe");
-    offerSetup(whole, "7.2", R"(<cut file="setup.exe" after="300000"/>)");
-    logIn();
-    play("box \"Error in download : \" OK\n");
-    play("wait frmMsgBox\nclick cmdButton1\n");
-    expectIdle();
-    EXPECT_FALSE(exists(kSetup));
-    EXPECT_EQ(read(kSetup + ".part").size(), 300000U);
-
-    behave("7.2");
-    logIn();
-    play("box \"You need to upgrade QuorVantis\" OK\n");
-    expectStarted();
-    EXPECT_EQ(read(kSetup), whole);
-    static_cast<void>(heard());
-    EXPECT_THAT(requests(), HasSubstr("setup.exe status=206"));
+    const std::string other = program("another_publisher.exe");
+    const auto breakOff = [&] {
+        offerSetup(whole, "7.2", R"(<cut file="setup.exe" after="300000"/>)");
+        logIn();
+        play("box \"Error in download : \" OK\nwait frmMsgBox\nclick cmdButton1\n");
+        expectIdle();
+        EXPECT_FALSE(exists(kSetup));
+    };
+    const auto goesOnAs = [&](const std::string& bytes) {
+        logIn();
+        play("box \"You need to upgrade QuorVantis\" OK\n");
+        expectStarted();
+        expectIdle();
+        EXPECT_EQ(read(kSetup), bytes);
+        std::remove((folder() + kStarted).c_str());
+        waitUntil("the program to end", [this] { return std::remove((folder() + kSetup).c_str()) == 0; });
+    };
+    std::string date = "%20";
+    for (const char* const useWinInet : {"0", "1"}) {
+        SCOPED_TRACE(useWinInet);
+        setConnection("UseWinInet", useWinInet);
+        startControl(kUpgrade);
+        breakOff();
+        behave("7.2");
+        goesOnAs(whole);
+        breakOff();
+        offerSetup(other); // the rest of this one is no good
+        goesOnAs(other);
+        static_cast<void>(heard());
+        std::string expected;
+        for (const char* const status : {"200", "206", "200", "200"}) {
+            expected += "upgrade100 lastdate=" + date + "\nsetup.exe status=" + status + "\n";
+            date = today();
+        }
+        EXPECT_EQ(requests(), expected);
+    }
 }
 
 TEST_F(Updates, CancelEndsADownloadAndTheRun) {
