@@ -1,7 +1,6 @@
 #include "windows/adapters/signed_message.h"
 
 #include <algorithm>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -50,8 +49,13 @@ std::span<const BYTE> signedDigest(const CMSG_SIGNER_INFO& signer) {
 
 bool contentIsAsSigned(HCRYPTMSG message, const CMSG_SIGNER_INFO& signer) {
     const Bytes content = contentOf(message);
-    const Bytes digest = digestOf(valueOf(content), signer.HashAlgorithm.pszObjId);
-    return !digest.empty() && std::ranges::equal(digest, signedDigest(signer));
+    const std::span<const BYTE> wanted = signedDigest(signer);
+    const auto isWanted = [&](std::span<const BYTE> bytes) {
+        const Bytes digest = digestOf(bytes, signer.HashAlgorithm.pszObjId);
+        return !digest.empty() && std::ranges::equal(digest, wanted);
+    };
+    // Whether the content comes with its tag and length depends on its type and the library.
+    return isWanted(valueOf(content)) || isWanted(content);
 }
 
 } // namespace windows
