@@ -1,11 +1,12 @@
 // A host that shows the send/receive control in a window of its own, with its own commands, globals and settings, and
 // prints the events that it hears.
 //
-//   control_host FOLDER ADDRESS
+//   control_host FOLDER ADDRESS MILLISECONDS
 //
 // In FOLDER are commands.xml, the commands, and globals.js, an expression for the globals object, in which `host` is
-// the settings document, read from quorvantis.xml. A command with waits="yes" keeps the host busy after it until the
-// user cancels. At its end it prints which of the globals' flags are set, the line END, and has the exit code 0.
+// the settings document, read from quorvantis.xml. A command with waits="before" or waits="after" keeps the host busy
+// there until the user cancels. A server may be silent for MILLISECONDS. At its end the host prints which of the
+// globals' flags are set, the line END, and has the exit code 0.
 #include "entry/QVI_global.h"
 #include "entry/environment.h"
 #include "sendreceive/events.h"
@@ -27,9 +28,11 @@
 #include "windows/forms/windows_desktop.h"
 #include "windows/host_object.h"
 
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <windows.h>
 
@@ -72,15 +75,19 @@ private:
     void Form_Load() override { m_control->LoadCommands(); }
     void Form_CloseBox() override { m_control->cmdCancel_Click(); }
 
+    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>& request) override {
+        std::printf("DownloadStart %s\n", name.c_str());
+        waitIf(request->selectSingleNode("//command"), "before");
+    }
     void DownloadComplete(std::string& name, const xml::XmlNode& command,
                           const std::shared_ptr<xml::XmlDocument>& /*results*/) override {
         std::printf("DownloadComplete %s\n", name.c_str());
-        while (command.getAttribute("waits") == "yes" && !m_control->gCancelled) {
+        waitIf(command, "after");
+    }
+    void waitIf(const xml::XmlNode& command, std::string_view when) {
+        while (command.getAttribute("waits") == when && !m_control->gCancelled) {
             m_machine.desktop.doEvents();
         }
-    }
-    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>& /*request*/) override {
-        std::printf("DownloadStart %s\n", name.c_str());
     }
     void Cancelled() override {
         std::puts("Cancelled");
@@ -109,14 +116,16 @@ ComPtr<IDispatch> settingsDocument(const std::string& path) {
     return document;
 }
 
-void run(const std::string& folder, const std::string& address) {
+void run(const std::string& folder, const std::string& address, std::chrono::milliseconds timeOut) {
     Machine machine;
     const ComPtr<IDispatch> settings = settingsDocument(folder + "quorvantis.xml");
     com_test::JScript script(settings.Get());
     auto commands = std::make_shared<xml::XmlDocument>();
     static_cast<void>(commands->load(machine.files.readFile(folder + "commands.xml")));
 
-    const auto control = sendreceive::ucSendReceive::create(entry::sendReceiveServices(machine.environment));
+    sendreceive::Services services = entry::sendReceiveServices(machine.environment);
+    services.timeOut = timeOut;
+    const auto control = sendreceive::ucSendReceive::create(services);
     control->Globals =
         windows::com::toObjectRef(script.object(windows::toWide(machine.files.readFile(folder + "globals.js"))));
     control->sWebAddress = address;
@@ -134,12 +143,13 @@ void run(const std::string& folder, const std::string& address) {
 } // namespace
 
 int wmain(int count, wchar_t** arguments) {
-    if (count != 3) {
+    if (count != 4) {
         return 2;
     }
     std::setvbuf(stdout, nullptr, _IONBF, 0); // whoever waits for an event sees it at once
     CoInitialize(nullptr);
-    run(windows::fromWide(arguments[1]), windows::fromWide(arguments[2]));
+    run(windows::fromWide(arguments[1]), windows::fromWide(arguments[2]),
+        std::chrono::milliseconds(std::stoi(arguments[3])));
     std::puts("END");
     CoUninitialize();
     return 0;

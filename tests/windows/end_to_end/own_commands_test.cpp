@@ -52,10 +52,7 @@ TEST_F(OwnCommands, AccountsFailQuietlyAndEveryCommandKeepsItsDate) {
 TEST_F(OwnCommands, TheAlternateAddressIsOfferedOnceAndCanBeTickedBefore) {
     setSetting("Supplier", "AltURL", webAddress);
     // A proxy that takes no connection is no hindrance: the alternate address is reached without it.
-    setConnection("UseProxy", "1");
-    setConnection("FirewallType", "0");
-    setConnection("ProxyServer", "127.0.0.1");
-    setConnection("ProxyPort", peer("REFUSED"));
+    goThrough("0", peer("REFUSED"));
     startControl(std::string(kPrices));
     play("expect-visible cAlternate\ncheck cAlternate on\n");
     logIn();
@@ -98,8 +95,14 @@ TEST_F(OwnCommands, APasswordThatIsOverdueIsChangedAtTheServer) {
     static_cast<void>(heard());
 }
 
-TEST_F(OwnCommands, CancelBetweenTwoCommandsSendsNoMore) {
-    startControl("<command name='prices' show='yes' checked='yes' waits='yes'/>"
+TEST_F(OwnCommands, CancelAroundACommandSendsNoMore) {
+    startControl("<command name='prices' show='yes' checked='yes' waits='before'/>");
+    logIn();
+    play("host-prints \"DownloadStart prices\"\n");
+    EXPECT_EQ(heard(), "DownloadStart prices\r\nCancelled\r\nEND\r\n");
+    EXPECT_EQ(requests(), "");
+
+    startControl("<command name='prices' show='yes' checked='yes' waits='after'/>"
                  "<command name='orders' show='yes' checked='yes'/>");
     logIn();
     play("host-prints \"DownloadComplete prices\"\n");
@@ -108,6 +111,26 @@ TEST_F(OwnCommands, CancelBetweenTwoCommandsSendsNoMore) {
     EXPECT_THAT(events, Not(HasSubstr("SendReceiveCompleted")));
     EXPECT_EQ(requests(), "prices lastdate=20200131\n");
     EXPECT_THAT(read("quorvantis.xml"), HasSubstr("<accountdates prices=\"" + today() + "\"/>"));
+}
+
+TEST_F(OwnCommands, AServerThatFallsSilentIsGivenUp) {
+    webAddress = peerThatPlays("/silent,/stalled,/results");
+    timeOut = std::chrono::milliseconds(2000);
+    startControl(std::string(kPrices));
+    const std::string told = "The server timed out due to either:{n}{n}"
+                             "1. Server is busy on the supplier side, {n}   please try again in a few minutes.{n}{n}"
+                             "2. Your proxy server timeout is to short,{n}   contact your administrator.{n}{n}"
+                             "(The operation timed out.)";
+    for (const char* const where : {"before its answer", "in the middle of it"}) {
+        SCOPED_TRACE(where);
+        logIn();
+        play("wait frmMsgBox\nexpect-text lblMessage \"" + told + "\"\nexpect-hidden cmdButton2\nclick cmdButton1\n");
+        expectIdle();
+        play(R"(expect lvCommands "+prices|Prices|20200131|Error")");
+    }
+    logIn();
+    expectIdle();
+    EXPECT_EQ(heard(), "DownloadStart prices\r\nDownloadStart prices\r\n" + std::string(kCompleted));
 }
 
 } // namespace

@@ -47,7 +47,7 @@ void OwnHost::startControl(const std::string& commands, const std::string& optio
                             " GetValue: function (name) { var known = { " +
                             options + " }; return known[name] || 'NOT_FOUND'; } })");
     m_logged = contentsOf(supplierFile("requests.log")).size();
-    startProgram("control_host", "\"" + folder() + "\\\" " + webAddress);
+    startProgram("control_host", "\"" + folder() + "\\\" " + webAddress + " " + std::to_string(timeOut.count()));
     play("wait frmQVI_sendreceive");
 }
 

@@ -5,6 +5,7 @@
 #include "windows/end_to_end/shop.h"
 #include "windows/end_to_end/surroundings.h"
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,9 @@ protected:
     // The service is there, and knows the commands "prices" and "orders". The person connects by hand.
     OwnHost();
     ~OwnHost() override;
+
+    // How long a server may be silent. Before startControl.
+    std::chrono::milliseconds timeOut{600'000};
 
     // The options are members of a JScript object: "A: 'b', C: 'd'".
     void startControl(const std::string& commands, const std::string& options = "");

@@ -184,6 +184,15 @@ void Shop::setSetting(std::string_view section, std::string_view key, std::strin
                     text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
+void Shop::goThrough(const std::string& type, const std::string& port, const std::string& password) {
+    setConnection("UseProxy", "1");
+    setConnection("FirewallType", type);
+    setConnection("ProxyServer", "127.0.0.1");
+    setConnection("ProxyPort", port);
+    setConnection("ProxyUser", password.empty() ? "" : "me");
+    setConnection("ProxyPassword", password);
+}
+
 std::string Shop::connection(std::string_view key) {
     return registryText(kConnection, wide(key).c_str());
 }

@@ -38,6 +38,9 @@ protected:
     // A value of another section of the host's settings.
     static void setSetting(std::string_view section, std::string_view key, std::string_view value);
     [[nodiscard]] static std::string connection(std::string_view key);
+    // The next request goes through a server on this port, of the kind that "FirewallType" numbers; with a login when
+    // there is a password.
+    static void goThrough(const std::string& type, const std::string& port, const std::string& password = "");
 
     // Starts a script host that calls ShowForm once for each of these product codes, then ends.
     void startHost(const std::vector<std::string>& productCodes);

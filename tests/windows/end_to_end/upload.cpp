@@ -76,15 +76,6 @@ void Upload::leave() {
     EXPECT_EQ(hostEnds(), std::string(kSuccess) + "END\r\n");
 }
 
-void Upload::goThrough(const std::string& type, const std::string& port, const std::string& password) {
-    setConnection("UseProxy", "1");
-    setConnection("FirewallType", type);
-    setConnection("ProxyServer", "127.0.0.1");
-    setConnection("ProxyPort", port);
-    setConnection("ProxyUser", password.empty() ? "" : "me");
-    setConnection("ProxyPassword", password);
-}
-
 std::string Upload::expectBox(const std::string& text) {
     play("wait-dialog box");
     const ErrorFile file = takeErrorFile();

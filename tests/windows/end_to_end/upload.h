@@ -32,10 +32,6 @@ protected:
     // Ends the host at the image manager.
     void leave();
 
-    // The next request goes through a server on this port, of the kind that "FirewallType" numbers; with a login when
-    // there is a password.
-    static void goThrough(const std::string& type, const std::string& port, const std::string& password = "");
-
     // A run that fails shows a message box, or the form with buttons of its own, which offers the settings or does not
     // and is left by Cancel. It says the text, and then the name of the file in which the server's answer was kept, if
     // it was: what that file holds is returned, "" without one. The row of the command shows the failure afterwards,
