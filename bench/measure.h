@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <cstdlib>
+#include <fstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -22,6 +25,18 @@ inline double median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
+}
+
+// What this process holds in memory now, in KB. Wine's programs are processes of the system below, which answers for
+// them too.
+inline long residentKb() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with("VmRSS:")) {
+            return std::atol(line.c_str() + 6);
+        }
+    }
+    return 0;
 }
 
 } // namespace bench

@@ -12,7 +12,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -93,17 +92,6 @@ void showGap(const char* what, const std::string& url) {
                 end.description.c_str());
 }
 
-// Of this process, in KB. Wine's programs are processes of the system below, which answers for them too.
-long residentKb() {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmRSS:")) {
-            return std::atol(line.c_str() + 6);
-        }
-    }
-    return 0;
-}
-
 void showMemory(const std::string& url) {
     const auto transport = makeTransport();
     long early = 0;
@@ -112,12 +100,12 @@ void showMemory(const std::string& url) {
             Counter counter;
             static_cast<void>(transport->perform(requestFor(url, "<command/>"), counter));
             if (i == 100) {
-                early = residentKb();
+                early = bench::residentKb();
             }
         }
     });
     std::printf("1,000 requests: %.2f ms each, resident after 100: %ld KB, after 1,000: %ld KB\n", time, early,
-                residentKb());
+                bench::residentKb());
 }
 
 } // namespace

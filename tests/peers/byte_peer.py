@@ -80,6 +80,7 @@ SCRIPTS = {
     '/504': page(504, 'Gateway Time-out', b'<h1>The request timed out</h1>'),
     '/cut-off': [b'HTTP/1.0 200 OK\r\n\r\n<results><accepted'],
     '/taken': answer('HTTP/1.1 200 OK', b'taken'),
+    '/results': answer('HTTP/1.1 200 OK', b'<results/>', 'Content-Type: text/xml'),
 }
 SCRIPTS.update({f'/hops/{n}': moved(f'/hops/{n - 1}' if n > 1 else '/ok') for n in range(1, 7)})
 
