@@ -1,6 +1,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 
@@ -135,6 +136,14 @@ bool isValidUtf8(std::string_view bytes) noexcept {
     return true;
 }
 
+bool isAscii(std::string_view text) noexcept {
+    unsigned bits = 0; // of all bytes, without an early end: compilers make wide steps of this
+    for (const char c : text) {
+        bits |= static_cast<unsigned char>(c);
+    }
+    return bits < 0x80;
+}
+
 std::size_t utf16Length(std::string_view utf8) {
     std::size_t units = 0;
     for (std::size_t i = 0; i < utf8.size();) {
@@ -185,10 +194,26 @@ bool equalInUpperCase(std::string_view a, std::string_view b) {
     return (i == a.size() && i == b.size()) || upperCase(a.substr(i)) == upperCase(b.substr(i));
 }
 
+// After Horspool: answers and requests of many megabytes are searched for names.
 bool containsIgnoringCase(std::string_view bytes, std::string_view part) noexcept {
+    if (part.empty()) {
+        return true;
+    }
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
     const auto equal = [&](char a, char b) { return lower(a) == lower(b); };
-    return std::search(bytes.begin(), bytes.end(), part.begin(), part.end(), equal) != bytes.end() || part.empty();
+    const auto index = [&](char c) { return static_cast<unsigned char>(lower(c)); };
+    const std::size_t last = part.size() - 1;
+    std::array<std::size_t, 256> step; // how far the part may move on, by the byte below its last one
+    step.fill(part.size());
+    for (std::size_t i = 0; i < last; ++i) {
+        step[index(part[i])] = last - i;
+    }
+    for (std::size_t end = last; end < bytes.size(); end += step[index(bytes[end])]) {
+        if (std::equal(part.rbegin(), part.rend(), bytes.rend() - static_cast<std::ptrdiff_t>(end + 1), equal)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool saysYes(std::string_view text) {

@@ -16,6 +16,8 @@ namespace base {
 // True when the bytes are strict UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 [[nodiscard]] bool isValidUtf8(std::string_view bytes) noexcept;
 
+[[nodiscard]] bool isAscii(std::string_view text) noexcept;
+
 // Length in UTF-16 units, the way positions and lengths in automation strings count.
 [[nodiscard]] std::size_t utf16Length(std::string_view utf8);
 

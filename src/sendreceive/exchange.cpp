@@ -48,7 +48,13 @@ Exchange::~Exchange() {
 
 bool Exchange::run() {
     prepare();
-    return perform() && check();
+    if (!perform()) {
+        return false;
+    }
+    if (m_request.posted != nullptr) {
+        *m_request.posted = std::move(m_https.PostData); // now: the files that the answer names are fetched by it too
+    }
+    return check();
 }
 
 void Exchange::prepare() {
@@ -58,12 +64,14 @@ void Exchange::prepare() {
     m_https.PostData.clear();
     m_https.LocalFile.clear();
     m_https.Resume = m_request.resume;
+    std::string text;
     if (m_request.command) {
-        log("Sub SendReceive --> SendCommand\r\n" + loggedText(*m_request.command));
+        text = m_request.command->xml();
+        log("Sub SendReceive --> SendCommand\r\n" + loggedText(*m_request.command, text));
     }
     if (!m_request.dontLoadResults) {
         log("Sub SendReceive --> Set xml");
-        m_https.PostData = m_request.command ? postedText(*m_request.command) : "";
+        m_https.PostData = postedText(std::move(text));
     }
     if (!m_request.localFile.empty()) {
         log(m_request.localFile + "Sub SendReceive --> Set local files:"); // in this order

@@ -25,6 +25,7 @@ struct ExchangeRequest {
     bool dontLoadResults;                             // the answer is no document
     bool forceDownload;                               // for the files that the answer names
     bool resume;                                      // a file that broke off goes on where it ended
+    std::string* posted = nullptr;                    // receives what was posted, once there is an answer
 };
 
 class Exchange {

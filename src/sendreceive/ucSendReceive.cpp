@@ -104,14 +104,14 @@ bool ucSendReceive::SendReceive(std::string& url, const std::string& method,
                                 const std::shared_ptr<xml::XmlDocument>& results,
                                 const std::shared_ptr<xml::XmlDocument>& request, const std::string& localFile,
                                 bool dontLoadResults, bool forceDownload) {
+    return exchange({url, method, results, request, localFile, dontLoadResults, forceDownload, false});
+}
+
+bool ucSendReceive::exchange(const ExchangeRequest& request) {
     const auto self = shared_from_this();
     bool succeeded = false;
     reportErrors("SendReceive", [&] {
-        exclusively("SendReceive", [&] {
-            succeeded = Exchange(*this, m_services, https(),
-                                 {url, method, results, request, localFile, dontLoadResults, forceDownload, false})
-                            .run();
-        });
+        exclusively("SendReceive", [&] { succeeded = Exchange(*this, m_services, https(), request).run(); });
     });
     return succeeded;
 }

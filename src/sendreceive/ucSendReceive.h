@@ -28,6 +28,8 @@
 
 namespace sendreceive {
 
+struct ExchangeRequest;
+
 class ucSendReceive : public ui::UserControl, public std::enable_shared_from_this<ucSendReceive> {
 public:
     // Shared, because a run holds the control: a handler may close its window and let go of it meanwhile.
@@ -161,7 +163,7 @@ private:
     [[nodiscard]] bool wanted(const Command& command) const;
     [[nodiscard]] RunEnd sendCommand(Command& command);
     void startCommand(Command& command);
-    [[nodiscard]] bool exchange(Command& command);
+    [[nodiscard]] bool sendAndReceive(Command& command);
     [[nodiscard]] bool takeRedo(Command& command);
     void completeCommand(Command& command);
     void setCommandAttribute(Command& command, std::string_view name, const std::string& value);
@@ -169,6 +171,8 @@ private:
     void offerToHangUp();
     void setBusy(bool busy);
 
+    // SendReceive, which shows what goes wrong.
+    [[nodiscard]] bool exchange(const ExchangeRequest& request);
     void fire(const std::function<void(Events&)>& event);
     // Runs the body unless an exchange is on its way: then it leaves a trace.
     void exclusively(std::string_view routine, const std::function<void()>& body);

@@ -6,6 +6,7 @@
 #include "entry/host_account.h"
 #include "sendreceive/answer.h"
 #include "sendreceive/command_list.h"
+#include "sendreceive/exchange.h"
 #include "ui/report_errors.h"
 
 #include <algorithm>
@@ -80,6 +81,7 @@ struct ucSendReceive::Command {
     std::size_t index; // among the document's commands
     xml::XmlNode element;
     std::string name;
+    std::string posted{}; // what went out last
     std::shared_ptr<xml::XmlDocument> results = nullptr;
 };
 
@@ -95,6 +97,7 @@ void ucSendReceive::cmdOK_Click() {
             throw;
         }
     });
+    m_sendCommands.reset(); // it may hold all links of a shop
     setBusy(false);
 }
 
@@ -182,13 +185,13 @@ ucSendReceive::RunEnd ucSendReceive::sendCommand(Command& command) {
     startCommand(command);
     bool closing = false;
     do {
-        if (!exchange(command)) {
+        if (!sendAndReceive(command)) {
             if (std::ranges::find(kQuietFailures, command.name) == kQuietFailures.end()) {
                 setStatus(command, "Error");
             }
             return gCancelled ? RunEnd::Stopped : RunEnd::Failed;
         }
-        closing = mentionsClosing(m_sendCommands->xml()) || mentionsClosing(command.element.xml()) ||
+        closing = mentionsClosing(command.posted) || mentionsClosing(command.element.xml()) ||
                   mentionsClosing(command.results->xml());
         if (gCancelled) {
             return RunEnd::Stopped; // what the server has taken stays marked, and is sent again
@@ -226,10 +229,10 @@ void ucSendReceive::startCommand(Command& command) {
     }
 }
 
-bool ucSendReceive::exchange(Command& command) {
+bool ucSendReceive::sendAndReceive(Command& command) {
     command.results = std::make_shared<xml::XmlDocument>();
-    const bool succeeded =
-        SendReceive(sWebAddress, "POST", command.results, m_sendCommands, "", false, m_forceDownload);
+    const bool succeeded = exchange(
+        {sWebAddress, "POST", command.results, m_sendCommands, "", false, m_forceDownload, false, &command.posted});
     const xml::XmlNode sent = firstElement(m_sendCommands->documentElement());
     if (sent && sent.hasAttribute("lastdate")) {
         setCommandAttribute(command, "lastdate", sent.getAttribute("lastdate"));

@@ -15,8 +15,10 @@ void setPlace(xmlNode* node, std::size_t place) noexcept {
 
 } // namespace
 
+// With a dictionary, as the parser gives its documents: names that recur are kept once.
 Tree::Tree() : m_document(xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"))) {
-    if (m_document == nullptr) {
+    if (m_document == nullptr || (m_document->dict = xmlDictCreate()) == nullptr) {
+        xmlFreeDoc(m_document);
         throw base::RuntimeError(base::error::kOutOfMemory);
     }
 }

@@ -113,6 +113,21 @@ TEST(Text, UpperCaseAgreesWithTheSystem) {
 }
 #endif
 
+TEST(Text, APartIsFoundWhereverItStands) {
+    for (const std::string part : {"", "A", "ab", "aAb", "aba", "BABAB", "<a"}) {
+        for (unsigned pattern = 0; pattern < 1U << 9U; ++pattern) {
+            std::string text; // grows to each text of nine letters
+            for (unsigned bit = 0; bit < 9; ++bit) {
+                const bool found = upperCase(text).find(upperCase(part)) != std::string::npos;
+                ASSERT_EQ(containsIgnoringCase(text, part), found) << part << " in " << text;
+                text += (pattern >> bit & 1U) != 0 ? 'a' : 'B';
+            }
+        }
+    }
+    EXPECT_TRUE(containsIgnoringCase("\xFF\xC3<sysDOWN>", "<SYSDOWN>"));
+    EXPECT_FALSE(containsIgnoringCase("[SYSDOWN>", "{sysdown>")) << "no letters";
+}
+
 TEST(Text, OnlyBlanksAreTrimmed) {
     EXPECT_EQ(trim("  a b  "), "a b");
     EXPECT_EQ(trim("\ta\xC2\xA0"), "\ta\xC2\xA0");

@@ -15,6 +15,9 @@ public:
     [[nodiscard]] std::string decode(std::string_view ansi) override { return xml::fromWindows1252(ansi); }
 
     [[nodiscard]] std::string encode(std::string_view utf8) override {
+        if (base::isAscii(utf8)) {
+            return std::string(utf8);
+        }
         static const std::u16string units = unitsOfBytes(); // by byte
         std::string out;
         for (const char16_t unit : base::toUtf16(utf8)) {

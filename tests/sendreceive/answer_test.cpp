@@ -76,11 +76,32 @@ TEST(Answer, TheReturnCommandIsPostedUnderItsName) {
     xml::XmlDocument request;
     ASSERT_TRUE(request.load("<commands password='a&gt;b' newpassword='c'><command name='Ret_sendorders130'/>"
                              "<x>Ret_sendorders ret_sendorders</x></commands>"));
-    EXPECT_EQ(postedText(request), "<commands password=\"a&gt;b\" newpassword=\"c\"><command name=\"sendorders130\"/>"
-                                   "<x>sendorders ret_sendorders</x></commands>");
-    EXPECT_EQ(loggedText(request),
-              "<commands password=\"***\" newpassword=\"***\"><command name=\"Ret_sendorders130\"/>"
-              "<x>Ret_sendorders ret_sendorders</x></commands>");
+    EXPECT_EQ(postedText(request.xml()),
+              "<commands password=\"a&gt;b\" newpassword=\"c\"><command name=\"sendorders130\"/>"
+              "<x>sendorders ret_sendorders</x></commands>");
+}
+
+TEST(Answer, TheTraceShowsTheWholeRequestButThePasswords) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"<commands password='a&gt;b' newpassword=''><command password='x' name='Ret_sendorders130'/></commands>",
+         "<commands password=\"***\" newpassword=\"***\"><command password=\"x\" "
+         "name=\"Ret_sendorders130\"/></commands>"},
+        {"<a oldpassword='1' hint='\" password=>' password='\"s&#10;'/>",
+         "<a oldpassword=\"1\" hint=\"&quot; password=&gt;\" password=\"***\"/>"},
+        {"<a xmlns='x> password=' xmlns:b='\" newpassword=\"' password='s'>t</a>",
+         "<a xmlns=\"x> password=\" xmlns:b='\" newpassword=\"' password=\"***\">t</a>"},
+        {"<?xml version='1.0' standalone='yes'?><!DOCTYPE a [<!ENTITY e '>'>]><!--<a password=\"c\"--><?p '?>"
+         "<a password='s'/><!-- password=\"c\"-->",
+         "<?xml version=\"1.0\" standalone=\"yes\"?>\n<!DOCTYPE a [\n<!ENTITY e \">\">\n]>\n"
+         "<!--<a password=\"c\"-->\n<?p '?>\n<a password=\"***\"/>\n<!-- password=\"c\"-->"},
+        {"<a/>", "<a/>"},
+    };
+    for (const auto& [source, logged] : rows) {
+        xml::XmlDocument request;
+        ASSERT_TRUE(request.load(source)) << source;
+        EXPECT_EQ(loggedText(request, request.xml()), logged);
+    }
+    EXPECT_EQ(loggedText(xml::XmlDocument(), ""), "");
 }
 
 TEST(Answer, AFailureIsDescribedByTheAnswerOrElseByItsReason) {

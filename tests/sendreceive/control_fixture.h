@@ -20,11 +20,13 @@ class Listener final : public Events {
 public:
     std::vector<std::string> heard;
     std::function<void()> meanwhile = [] {};
+    std::shared_ptr<xml::XmlDocument> request; // of the last DownloadStart
 
     void DownloadComplete(std::string& name, const xml::XmlNode&, const std::shared_ptr<xml::XmlDocument>&) override {
         hear("DownloadComplete " + name);
     }
-    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>&) override {
+    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>& document) override {
+        request = document;
         hear("DownloadStart " + name);
     }
     void Cancelled() override { hear("Cancelled"); }

@@ -82,6 +82,26 @@ TEST_F(RunTest, AnUploadClosesTheRunAfterItIsDone) {
     EXPECT_EQ(control->lvCommands.cell(1, 3), " ");
 }
 
+TEST_F(RunTest, WhateverMentionsAnUploadClosesTheRun) {
+    const auto eventsOf = [this](const std::string& payload, const std::string& results) {
+        listener.heard.clear();
+        listener.meanwhile = [this, payload] {
+            if (listener.heard.back() == "DownloadStart a") {
+                listener.request->documentElement().setAttribute("payload", payload);
+            }
+        };
+        load("<commands><command name='a' checked='yes' show='yes'/>"
+             "<command name='b' checked='yes' show='yes'/></commands>");
+        answer(1, results);
+        control->cmdOK.userClick();
+        return listener.heard.size();
+    };
+    EXPECT_EQ(eventsOf("x SENDProductGroups210 x", "<results/>"), 3U);
+    EXPECT_EQ(eventsOf("", "<results><!--sendimagelinksall210--></results>"), 3U);
+    answer(1);
+    EXPECT_EQ(eventsOf("sendproductgroups21", "<results/>"), 5U);
+}
+
 TEST_F(RunTest, TheServerMayAskForACommandAgain) {
     const auto settings = std::make_shared<fakes::FakeHostDocument>(services.files, "<quorvantis/>");
     host->addProperty("gdomquorvantis", base::ObjectRef(settings));

@@ -1,6 +1,7 @@
 #include "windows/adapters/ansi_code_page.h"
 
 #include "base/runtime_error.h"
+#include "base/text.h"
 #include "windows/adapters/wide.h"
 
 #include <limits>
@@ -23,6 +24,9 @@ std::string AnsiCodePage::decode(std::string_view ansi) {
 }
 
 std::string AnsiCodePage::encode(std::string_view utf8) {
+    if (base::isAscii(utf8)) { // the same in every code page that a user can have
+        return std::string(utf8);
+    }
     const std::wstring wide = toWide(utf8);
     if (wide.empty()) {
         return {};
