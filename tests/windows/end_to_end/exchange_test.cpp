@@ -36,6 +36,41 @@ TEST_F(Exchange, WhatTheSupplierRefusesStaysMarked) {
     expectStillToBeSent();
 }
 
+TEST_F(Exchange, AllLinksAndTheProductGroupsReachTheSupplier) {
+    write("images.xml", R"(<images><p f1="A" f2="a.jpg"/><p f1="B" f2="b.jpg" f3="deleted"/></images>)");
+    startHost({"GEAR"});
+    link("c.jpg");
+    play(R"(
+        click cmdUpload
+        wait frmQVI_sendreceive
+        key Space Down Space
+        expect lvCommands "-sendimagelinks210|Send image link modifications to server|| " "+SendImageLinksAll210|Overwrite image links on server|| "
+        key Enter
+        wait frmLogin
+        type txtPassword secret
+        key Enter
+    )");
+    expectCompleted();
+    expectSent("c.jpg");
+    EXPECT_EQ(read("images.xml"), R"(<images><p f1="A" f2="a.jpg"/><p f1="GEAR" f2="c.jpg"/></images>)");
+    EXPECT_THAT(supplierHas(), testing::AllOf(HasSubstr("a.jpg"), testing::Not(HasSubstr("b.jpg"))));
+
+    const std::string groups = R"(<productgroups><g name="Gears &amp; more"><p>GEAR</p></g></productgroups>)";
+    write("productgroups.xml", groups);
+    markProductGroups();
+    play(R"(
+        wait frmQVI_Images
+        click cmdUpload
+        wait frmQVI_sendreceive
+        expect lvCommands "-SendImageLinksAll210|Overwrite image links on server|| " "+sendproductgroups210|Send product groups to server|| "
+    )");
+    sendAgain();
+    expectCompleted();
+    leave();
+    EXPECT_THAT(supplierHas("productgroups-1001.xml"), HasSubstr(groups));
+    EXPECT_FALSE(productGroupsMarked());
+}
+
 TEST_F(Exchange, AWrongProxyIsPutRightInTheMiddleOfIt) {
     setConnection("UseProxy", "1");
     setConnection("FirewallType", "0");

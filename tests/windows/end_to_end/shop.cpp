@@ -18,6 +18,7 @@ using drive::wide;
 
 constexpr const wchar_t* kSettings = L"Software\\VB and VBA Program Settings\\QuorVantis\\Main";
 constexpr const wchar_t* kModified = L"ImageModify";
+constexpr const wchar_t* kProductGroups = L"ProductGroups";
 constexpr const wchar_t* kApplication = L"Software\\VB and VBA Program Settings\\EndToEnd";
 constexpr const wchar_t* kConnection = L"Software\\VB and VBA Program Settings\\EndToEnd\\Dialup";
 
@@ -195,6 +196,16 @@ void Shop::goThrough(const std::string& type, const std::string& port, const std
 
 std::string Shop::connection(std::string_view key) {
     return registryText(kConnection, wide(key).c_str());
+}
+
+void Shop::markProductGroups() {
+    constexpr std::wstring_view kSaved = L"Saved";
+    RegSetKeyValueW(HKEY_CURRENT_USER, kSettings, kProductGroups, REG_SZ, kSaved.data(),
+                    static_cast<DWORD>((kSaved.size() + 1) * sizeof(wchar_t)));
+}
+
+bool Shop::productGroupsMarked() {
+    return registryText(kSettings, kProductGroups) == "Saved";
 }
 
 void Shop::clearModified() {

@@ -53,6 +53,9 @@ protected:
     // Waits until the host has ended, with code 0. Returns what it printed.
     std::string hostEnds();
 
+    // The setting "ProductGroups" says that there is something to send, as it does when the host has saved them.
+    static void markProductGroups();
+    [[nodiscard]] static bool productGroupsMarked();
     [[nodiscard]] static std::string modified(); // the setting "ImageModify"; empty when there is none
     static void clearModified();
     // Fails when it does not become true, or the host ends before.
