@@ -1,9 +1,11 @@
 // The send/receive control as an automation object: its objects, its pictures, what is not part of it yet.
 #include "contracts/late_bound_subjects.h"
+#include "fakes/fake_host_document.h"
 #include "fakes/send_receive_services.h"
 #include "windows/com/adopt.h"
 #include "windows/com/automation_text.h"
 #include "windows/com/dispatch_object.h"
+#include "windows/com/foreign_document.h"
 #include "windows/com/ucSendReceive_object.h"
 #include "windows/com_support.h"
 #include "windows/host_object.h"
@@ -179,6 +181,42 @@ TEST_F(Control, WhatGoesWrongInAnUpgradeReachesTheCaller) {
                                "  2) When the upgrade is complete QuorVantis will re-start.");
     EXPECT_EQ(object->RunSetup(nothing), kObjectNotSet) << "there is no host to tell";
     EXPECT_TRUE(services.programs.started.empty());
+}
+
+TEST_F(Control, AnExchangeStampsTheHostsOwnRequest) {
+    const auto host = std::make_shared<fakes::FakeLateBound>();
+    for (const char* name : {"gWebService", "gSettingString", "gQuorVantisPath"}) {
+        host->addProperty(name, std::string("Shop"));
+    }
+    host->addProperty("gdomquorvantis",
+                      base::ObjectRef(std::make_shared<fakes::FakeHostDocument>(
+                          services.files, "<quorvantis><accountdates prices='20261101'/></quorvantis>")));
+    object->control().Globals = host;
+    const auto send = [this](IDispatch* request) {
+        BSTR url = SysAllocString(L"http://supplier/");
+        IDispatch* results = nullptr;
+        VARIANT_BOOL succeeded = VARIANT_FALSE;
+        services.network.willAnswer("<results/>");
+        EXPECT_EQ(object->SendReceive(&url, Bstr("POST").get(), &results, request, nullptr, nullptr, VARIANT_FALSE,
+                                      VARIANT_FALSE, &succeeded),
+                  S_OK);
+        EXPECT_EQ(succeeded, VARIANT_TRUE);
+        SysFreeString(url);
+        results->Release();
+        return services.network.requests.back().body;
+    };
+    const std::string stamped =
+        "<commands><!--c--><prices name=\"prices\" lastdate=\"20261101\"><command/></prices></commands>";
+
+    const auto document = platformDocument();
+    const auto own = std::make_shared<windows::com::DispatchObject>(document);
+    own->call("loadXML", {std::string("<commands><!--c--><prices name='prices'><command/></prices></commands>")});
+    EXPECT_EQ(send(document.Get()), stamped);
+    EXPECT_EQ(windows::com::ForeignDocument(own).read()->xml(), stamped);
+
+    const auto textOnly = std::make_shared<fakes::FakeLateBound>();
+    textOnly->addProperty("xml", std::string("<commands><!--c--><prices name='prices'><command/></prices></commands>"));
+    EXPECT_EQ(send(makeHostObject(textOnly, {L"xml"}).Get()), stamped);
 }
 
 TEST(RegisteredControl, TellsContainersItsClassAndItsEvents) {

@@ -20,6 +20,10 @@ ports::LateBoundObject& objectIn(const base::Variant& value) {
     return *object; // kept by `value`
 }
 
+base::Variant itemOf(const base::Variant& list, std::size_t index) {
+    return objectIn(list).call("item", {static_cast<std::int32_t>(index)});
+}
+
 void setAttribute(const base::Variant& element, std::string_view name, std::string_view value) {
     objectIn(element).call("setAttribute", {std::string(name), std::string(value)});
 }
@@ -47,6 +51,10 @@ void ForeignDocument::write(const xml::XmlDocument& content) const {
     }
 }
 
+void ForeignDocument::setFirstElementAttribute(std::string_view name, std::string_view value) const {
+    setAttribute(itemOf(m_object->call("selectNodes", {std::string("/*/*")}), 0), name, value);
+}
+
 void ForeignDocument::setRootAttribute(std::string_view name, std::string_view value) {
     setAttribute(m_object->get("documentElement"), name, value);
 }
@@ -56,8 +64,7 @@ void ForeignDocument::removeRootAttribute(std::string_view name) {
 }
 
 void ForeignDocument::setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) {
-    const base::Variant commands = m_object->call("selectNodes", {std::string("//command")});
-    setAttribute(objectIn(commands).call("item", {static_cast<std::int32_t>(command)}), name, value);
+    setAttribute(itemOf(m_object->call("selectNodes", {std::string("//command")}), command), name, value);
 }
 
 HostDocument fromHost(IDispatch* object) {

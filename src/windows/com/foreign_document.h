@@ -31,6 +31,9 @@ public:
     // Makes the document hold what `content` holds. Raises base::error::kUnspecified when it refuses.
     void write(const xml::XmlDocument& content) const;
 
+    // Of the first element inside the root.
+    void setFirstElementAttribute(std::string_view name, std::string_view value) const;
+
     void setRootAttribute(std::string_view name, std::string_view value) override;
     void removeRootAttribute(std::string_view name) override;
     void setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) override;

@@ -1,6 +1,8 @@
 #include "windows/com/ucSendReceive_object.h"
 
+#include "base/resume_next.h"
 #include "entry/QVI_global.h"
+#include "sendreceive/answer.h"
 #include "windows/app.h"
 #include "windows/com/adopt.h"
 #include "windows/com/dispatch_object.h"
@@ -25,6 +27,19 @@ bool toBool(VARIANT_BOOL flag) noexcept {
 // What an argument by reference stands for; Nothing where the caller gave no place.
 IDispatch* valueOf(IDispatch* const* argument) noexcept {
     return argument == nullptr ? nullptr : *argument;
+}
+
+// The exchange has stamped the command; a host's own document gets the same stamp. What goes wrong with that is no
+// failure of the exchange, as with the stamp itself: a document that only gives its text can be sent too.
+void giveLastDate(const HostDocument& sent) {
+    if (!sent.original) {
+        return;
+    }
+    const xml::XmlNode command = sendreceive::firstElement(sent.document->documentElement());
+    if (command.hasAttribute("lastdate")) {
+        base::resumeNext(
+            [&] { sent.original->setFirstElementAttribute("lastdate", command.getAttribute("lastdate")); });
+    }
 }
 
 void replace(BSTR& text, const std::string& utf8) {
@@ -96,10 +111,12 @@ HRESULT SendReceiveObject::SendReceive(BSTR* url, BSTR method, IDispatch** resul
         if (!answer.document) {
             answer.document = std::make_shared<xml::XmlDocument>();
         }
+        const HostDocument sent = fromHost(request);
         std::string address = fromBstr(*url);
         const bool succeeded =
-            m_control->SendReceive(address, fromBstr(method), answer.document, fromHost(request).document,
-                                   fromBstr(localFile), toBool(dontLoadResults), toBool(forceDownload));
+            m_control->SendReceive(address, fromBstr(method), answer.document, sent.document, fromBstr(localFile),
+                                   toBool(dontLoadResults), toBool(forceDownload));
+        giveLastDate(sent);
         replace(*url, address);
         if (answer.original) {
             answer.original->write(*answer.document);
