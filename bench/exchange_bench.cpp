@@ -1,6 +1,7 @@
 // An upload of 200,000 image links, from the command to the server's answer, and whether a host that runs command after
-// command keeps memory. Runs among the peers of the tests: tests/peers/with_peers [tools/wine_run] exchange_bench
-// FOLDER
+// command keeps memory. Runs among the peers of the tests:
+//
+//     tests/peers/with_peers [tools/wine_run] exchange_bench FOLDER [rounds]
 //
 // The folder exists; images.xml and the trace are written there. All but the user, the settings and the host is real.
 #include "baselines/bare_curl.h"
@@ -32,7 +33,6 @@
 
 namespace {
 
-constexpr int kRounds = 9;
 constexpr unsigned kLinks = 200'000;
 
 #ifdef _WIN32
@@ -164,11 +164,12 @@ std::unique_ptr<baselines::BareDocument> barePayload(const std::string& links) {
 }
 
 // In turn; each step gives its own seconds. The ratio is the median of the rounds' own.
-void compare(const std::string& what, const std::function<double()>& ours, const std::function<double()>& theirs) {
+void compare(int rounds, const std::string& what, const std::function<double()>& ours,
+             const std::function<double()>& theirs) {
     std::vector<double> our;
     std::vector<double> their;
     std::vector<double> ratio;
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < rounds; ++round) {
         their.push_back(theirs());
         our.push_back(ours());
         ratio.push_back(our.back() / their.back());
@@ -177,7 +178,7 @@ void compare(const std::string& what, const std::function<double()>& ours, const
                 bench::median(their) * 1e3, bench::median(ratio));
 }
 
-void compareUploads(Shop& shop, const std::string& address) {
+void compareUploads(int rounds, Shop& shop, const std::string& address) {
     const std::string links = linkText();
     shop.writeLinks(links);
     for (const std::string_view command :
@@ -186,7 +187,7 @@ void compareUploads(Shop& shop, const std::string& address) {
         const std::string body = shop.request(command)->xml();
         require(body.size() > links.size(), "the payload is not whole");
         compare(
-            "payload of " + name,
+            rounds, "payload of " + name,
             [&] {
                 std::shared_ptr<xml::XmlDocument> made;
                 return bench::seconds([&] { made = shop.request(command); });
@@ -197,7 +198,7 @@ void compareUploads(Shop& shop, const std::string& address) {
             });
         baselines::BareCurl curl;
         compare(
-            "exchange of " + name, [&] { return shop.run(command); },
+            rounds, "exchange of " + name, [&] { return shop.run(command); },
             [&] {
                 std::unique_ptr<baselines::BareDocument> made;
                 return bench::seconds([&] {
@@ -225,14 +226,15 @@ void showMemory(Shop& shop) {
 } // namespace
 
 int main(int count, char** arguments) {
+    std::setvbuf(stdout, nullptr, _IONBF, 0); // what a time limit cuts off is not lost
     const char* port = std::getenv("QVI_PEER_HTTP");
-    require(count == 2 && port != nullptr, "usage: tests/peers/with_peers exchange_bench FOLDER");
+    require(count > 1 && port != nullptr, "usage: tests/peers/with_peers exchange_bench FOLDER [rounds]");
     const std::string address = "http://127.0.0.1:" + std::string(port) + "/results";
     {
         Shop shop(arguments[1], address);
         showMemory(shop); // first: what the uploads need stays with the process
     }
     Shop shop(arguments[1], address);
-    compareUploads(shop, address);
+    compareUploads(count > 2 ? std::atoi(arguments[2]) : 9, shop, address);
     return 0;
 }
