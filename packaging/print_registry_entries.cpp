@@ -12,10 +12,14 @@
 #include <exception>
 
 int wmain(int argc, wchar_t** argv) {
-    Microsoft::WRL::ComPtr<ITypeLib> library;
-    if (argc != 3 || FAILED(LoadTypeLibEx(argv[1], REGKIND_NONE, &library))) {
+    if (argc != 3) {
         std::fputs("usage: print_registry_entries LIBRARY FILE\n", stderr);
         return 2;
+    }
+    Microsoft::WRL::ComPtr<ITypeLib> library;
+    if (FAILED(LoadTypeLibEx(argv[1], REGKIND_NONE, &library))) {
+        std::fprintf(stderr, "print_registry_entries: %ls has no type library\n", argv[1]);
+        return 1;
     }
     try {
         for (const auto& entry : windows::com::registryEntries(argv[2], *library.Get()).entries) {
