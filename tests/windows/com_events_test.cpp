@@ -8,6 +8,7 @@
 #include "windows/com/ucSendReceive_object.h"
 #include "windows/com/xml_document_object.h"
 #include "windows/com_support.h"
+#include "windows/event_sink.h"
 
 #include <gtest/gtest.h>
 #include <olectl.h>
@@ -22,50 +23,19 @@ namespace {
 using Microsoft::WRL::ComPtr;
 using windows::com::adopt;
 using windows::com::SendReceiveObject;
-using Words = std::vector<std::string>;
-
-// Writes down what it hears and does what a test wants meanwhile.
-class Sink final : public windows::com::ComObject<IDispatch> {
-public:
-    using Handler = std::function<HRESULT(DISPPARAMS& arguments, EXCEPINFO& exception)>;
-
-    Sink(std::string name, Words& heard, Handler handler)
-        : m_name(std::move(name)), m_heard(heard), m_handler(std::move(handler)) {}
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT*,
-                                     EXCEPINFO* exception, UINT*) override {
-        EXPECT_EQ(flags, DISPATCH_METHOD);
-        m_heard.push_back(m_name + std::to_string(id));
-        return m_handler(*arguments, *exception);
-    }
-
-private:
-    std::string m_name;
-    Words& m_heard;
-    Handler m_handler;
-};
-
-HRESULT listen(DISPPARAMS&, EXCEPINFO&) {
-    return S_OK;
-}
 
 class Events : public testing::Test {
 protected:
     Events() { object->FindConnectionPoint(__uuidof(__ucSendReceive), &point); }
 
-    DWORD connect(std::string name, Sink::Handler handler = listen) {
-        const auto sink = adopt(new Sink(std::move(name), heard, std::move(handler)));
-        DWORD cookie = 0;
-        EXPECT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
-        return cookie;
+    DWORD connect(std::string name, EventSink::Handler handler = listen) {
+        return com_test::connect(*point.Get(), std::move(name), heard, std::move(handler));
     }
-    // The event source behind the control, for the events that this version of the control does not raise yet.
-    windows::com::EventSource source() {
-        return {static_cast<_ucSendReceive&>(*object.Get()), static_cast<windows::com::ConnectionPoint&>(*point.Get()),
-                services.files};
+    // The events behind the control, for the events that this version of the control does not raise yet.
+    windows::com::SendReceiveEvents source() {
+        return {
+            {static_cast<_ucSendReceive&>(*object.Get()), static_cast<windows::com::ConnectionPoint&>(*point.Get())},
+            services.files};
     }
 
     ComApartment apartment;
@@ -110,7 +80,7 @@ TEST_F(Events, ASinkWithoutAHandlerIsPassedOverAndAFailingOneIsAnError) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const DWORD failing = connect("x", [&](DISPPARAMS&, EXCEPINFO& exception) {
+        const DWORD failing = connect("x", [&](DISPID, DISPPARAMS&, EXCEPINFO& exception) {
             exception.wCode = 1234;
             exception.bstrDescription = windows::com::newBstr("The sink says no");
             return row.result;
@@ -129,7 +99,7 @@ TEST_F(Events, ASinkWithoutAHandlerIsPassedOverAndAFailingOneIsAnError) {
 
 TEST_F(Events, ASinkMayLeaveJoinOthersCallTheControlAndLetGoOfIt) {
     DWORD second = 0;
-    connect("a", [&](DISPPARAMS&, EXCEPINFO&) {
+    connect("a", [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
         EXPECT_EQ(object->SetDownloadVisible(VARIANT_TRUE), S_OK);
         EXPECT_EQ(object->put_domCommands(nullptr), S_OK);
         point->Unadvise(second);
@@ -147,7 +117,7 @@ TEST_F(Events, ASinkMayLeaveJoinOthersCallTheControlAndLetGoOfIt) {
     control->cmdCancel_Click();
     EXPECT_EQ(heard, (Words{"a3", "c3"}));
     DWORD cookie = 0;
-    const auto late = adopt(new Sink("late", heard, listen));
+    const auto late = adopt(new EventSink("late", heard, listen));
     EXPECT_EQ(point->Advise(late.Get(), &cookie), CONNECT_E_CANNOTCONNECT);
 }
 
@@ -155,7 +125,7 @@ TEST_F(Events, TheRequestCanBeExtendedOrReplaced) {
     const auto request = std::make_shared<xml::XmlDocument>();
     ASSERT_TRUE(request->loadXml("<commands/>"));
     auto events = source();
-    const auto start = [&](const Sink::Handler& handler) {
+    const auto start = [&](const EventSink::Handler& handler) {
         const DWORD cookie = connect("s", handler);
         std::string name = "send";
         auto sent = request;
@@ -168,7 +138,7 @@ TEST_F(Events, TheRequestCanBeExtendedOrReplaced) {
         ASSERT_EQ(V_VT(&arguments.rgvarg[1]), VT_BYREF | VT_BSTR);
         SysReAllocString(V_BSTRREF(&arguments.rgvarg[1]), L"changed");
     };
-    const auto [name, extended] = start([&](DISPPARAMS& arguments, EXCEPINFO&) {
+    const auto [name, extended] = start([&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         EXPECT_EQ(arguments.cArgs, 2U);
         EXPECT_EQ(V_VT(&arguments.rgvarg[0]), VT_BYREF | VT_DISPATCH);
         setName(arguments);
@@ -180,7 +150,7 @@ TEST_F(Events, TheRequestCanBeExtendedOrReplaced) {
     EXPECT_EQ(request->xml(), "<commands>payload</commands>");
 
     const auto putInPlace = [&](IDispatch* other) {
-        return start([&](DISPPARAMS& arguments, EXCEPINFO&) {
+        return start([&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
                    IDispatch** const place = V_DISPATCHREF(&arguments.rgvarg[0]);
                    (*place)->Release();
                    *place = ComPtr<IDispatch>(other).Detach();
@@ -204,7 +174,7 @@ TEST_F(Events, ResultsAndCommandComeAsObjects) {
     ASSERT_TRUE(commands.loadXml("<commands><command name='a'/></commands>"));
     const auto results = std::make_shared<xml::XmlDocument>();
     ASSERT_TRUE(results->loadXml("<results/>"));
-    connect("s", [&](DISPPARAMS& arguments, EXCEPINFO&) {
+    connect("s", [&](DISPID, DISPPARAMS& arguments, EXCEPINFO&) {
         EXPECT_EQ(arguments.cArgs, 3U);
         EXPECT_EQ(windows::com::fromHost(V_DISPATCH(&arguments.rgvarg[0])).document, results);
         windows::com::nodeOf(V_DISPATCH(&arguments.rgvarg[1])).setAttribute("done", "yes");

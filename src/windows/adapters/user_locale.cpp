@@ -1,5 +1,6 @@
 #include "windows/adapters/user_locale.h"
 
+#include "windows/adapters/automation_date.h"
 #include "windows/adapters/wide.h"
 
 #include <memory>
@@ -20,17 +21,6 @@ using UniqueString = std::unique_ptr<std::remove_pointer_t<BSTR>, FreeString>;
 // Months have consecutive numbers from January on.
 constexpr LCTYPE kFirstShortMonth = LOCALE_SABBREVMONTHNAME1;
 
-SYSTEMTIME systemTime(const base::DateTime& time) {
-    SYSTEMTIME result{};
-    result.wYear = static_cast<WORD>(time.year);
-    result.wMonth = static_cast<WORD>(time.month);
-    result.wDay = static_cast<WORD>(time.day);
-    result.wHour = static_cast<WORD>(time.hour);
-    result.wMinute = static_cast<WORD>(time.minute);
-    result.wSecond = static_cast<WORD>(time.second);
-    return result;
-}
-
 } // namespace
 
 std::string UserLocale::shortMonthName(int month) {
@@ -40,10 +30,8 @@ std::string UserLocale::shortMonthName(int month) {
 }
 
 std::string UserLocale::generalDate(const base::DateTime& time) {
-    SYSTEMTIME fields = systemTime(time);
-    DATE date = 0;
     BSTR text = nullptr;
-    if (!SystemTimeToVariantTime(&fields, &date) || FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, 0, &text))) {
+    if (FAILED(VarBstrFromDate(automationDate(time), LOCALE_USER_DEFAULT, 0, &text))) {
         return {};
     }
     const UniqueString owner(text);

@@ -4,14 +4,10 @@
 #include "entry/QVI_global.h"
 #include "sendreceive/answer.h"
 #include "windows/app.h"
-#include "windows/com/adopt.h"
 #include "windows/com/dispatch_object.h"
-#include "windows/com/enumerator.h"
 #include "windows/com/foreign_document.h"
 #include "windows/com/picture_object.h"
 #include "windows/com/xml_document_object.h"
-
-#include <olectl.h>
 
 #include <utility>
 
@@ -54,8 +50,7 @@ SendReceiveObject::SendReceiveObject() : SendReceiveObject(entry::sendReceiveSer
 SendReceiveObject::SendReceiveObject(const sendreceive::Services& services)
     : m_fileSystem(services.fileSystem),
       m_control(sendreceive::ucSendReceive::create(services)),
-      m_connections(adopt(new ConnectionPoint(__uuidof(::__ucSendReceive), *this))),
-      m_events(static_cast<::_ucSendReceive&>(*this), *m_connections.Get(), m_fileSystem) {
+      m_events(eventSource(), m_fileSystem) {
     // A host without an XML library of its own fills this one.
     const auto empty = std::make_shared<xml::XmlDocument>();
     m_domCommands = makeXmlDocument(empty, m_fileSystem);
@@ -65,7 +60,7 @@ SendReceiveObject::SendReceiveObject(const sendreceive::Services& services)
 
 SendReceiveObject::~SendReceiveObject() {
     m_control->unadvise(m_events);
-    m_connections->close();
+    closeConnections();
 }
 
 HRESULT SendReceiveObject::get_domCommands(IDispatch** value) noexcept {
@@ -196,47 +191,6 @@ HRESULT SendReceiveObject::SetHTTPSettings() noexcept {
 
 HRESULT SendReceiveObject::WriteSingleLog(BSTR text, VARIANT_BOOL restart) noexcept {
     return run([&] { m_control->WriteSingleLog(fromBstr(text), toBool(restart)); });
-}
-
-HRESULT SendReceiveObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
-    return give(points, [&] {
-        const auto fill = [only = m_connections](std::size_t, IConnectionPoint*& item) {
-            item = ComPtr<IConnectionPoint>(only).Detach();
-        };
-        return adopt<IEnumConnectionPoints>(new Enumerator<IEnumConnectionPoints, IConnectionPoint*>(1, fill));
-    });
-}
-
-HRESULT SendReceiveObject::FindConnectionPoint(REFIID events, IConnectionPoint** point) noexcept {
-    if (point == nullptr) {
-        return E_POINTER;
-    }
-    *point = nullptr;
-    return events == __uuidof(::__ucSendReceive) ? m_connections.CopyTo(point) : CONNECT_E_NOCONNECTION;
-}
-
-HRESULT SendReceiveObject::GetClassInfo(ITypeInfo** info) noexcept {
-    if (info == nullptr) {
-        return E_POINTER;
-    }
-    *info = nullptr;
-    ComPtr<ITypeInfo> found;
-    const HRESULT result = loadTypeInfo(__uuidof(::ucSendReceive), found);
-    return FAILED(result) ? result : found.CopyTo(info);
-}
-
-HRESULT SendReceiveObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-    if (guid == nullptr) {
-        return E_POINTER;
-    }
-    const bool isSource = kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID;
-    *guid = isSource ? __uuidof(::__ucSendReceive) : GUID_NULL;
-    return isSource ? S_OK : E_INVALIDARG;
-}
-
-void* SendReceiveObject::find(REFIID iid) noexcept {
-    // The second generation of this interface contains the first.
-    return iid == IID_IProvideClassInfo ? static_cast<IProvideClassInfo*>(this) : AutomationObject::find(iid);
 }
 
 } // namespace windows::com

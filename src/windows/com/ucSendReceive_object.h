@@ -2,19 +2,15 @@
 #pragma once
 
 #include "sendreceive/ucSendReceive.h"
-#include "windows/com/automation_object.h"
-#include "windows/com/connection_point.h"
-#include "windows/com/event_source.h"
+#include "windows/com/event_source_object.h"
 #include "windows/com/quorvantisimage.h"
-
-#include <ocidl.h>
+#include "windows/com/ucSendReceive_events.h"
 
 #include <memory>
 
 namespace windows::com {
 
-class SendReceiveObject final
-    : public AutomationObject<::_ucSendReceive, IConnectionPointContainer, IProvideClassInfo2> {
+class SendReceiveObject final : public EventSourceObject<::_ucSendReceive, ::ucSendReceive, ::__ucSendReceive> {
 public:
     SendReceiveObject();
     explicit SendReceiveObject(const sendreceive::Services& services);
@@ -77,19 +73,8 @@ public:
     HRESULT STDMETHODCALLTYPE SetHTTPSettings() noexcept override;
     HRESULT STDMETHODCALLTYPE WriteSingleLog(BSTR text, VARIANT_BOOL restart) noexcept override;
 
-    // IConnectionPointContainer
-    HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) noexcept override;
-    HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID events, IConnectionPoint** point) noexcept override;
-
-    // IProvideClassInfo2
-    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-    HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
-
     // For a window that shows the control, and for tests.
     [[nodiscard]] sendreceive::ucSendReceive& control() const noexcept { return *m_control; }
-
-protected:
-    [[nodiscard]] void* find(REFIID iid) noexcept override;
 
 private:
     ~SendReceiveObject() override;
@@ -100,8 +85,7 @@ private:
     ports::FileSystem& m_fileSystem;
     std::shared_ptr<sendreceive::ucSendReceive> m_control;
     Microsoft::WRL::ComPtr<IDispatch> m_domCommands; // the very object that the host gave
-    Microsoft::WRL::ComPtr<ConnectionPoint> m_connections;
-    EventSource m_events;
+    SendReceiveEvents m_events;
 };
 
 } // namespace windows::com
