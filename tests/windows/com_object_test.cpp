@@ -179,6 +179,12 @@ TEST(DllLifetime, LoadsAndUnloadsManyTimesWithoutLeavingAnything) {
         EXPECT_EQ(dll.canUnloadNow(), S_FALSE) << "its connection point is still used";
         point.Reset();
         EXPECT_EQ(dll.canUnloadNow(), S_OK);
+        auto cabinet = dll.create<_clsCABFile>(__uuidof(clsCABFile));
+        LONG count = 0;
+        EXPECT_EQ(cabinet->put_CabName(Text(L"Z:\\no such cabinet").value), S_OK);
+        EXPECT_NE(cabinet->get_FileCount(&count), S_OK); // the reader stays in the callback's slot
+        cabinet.Reset();
+        EXPECT_EQ(dll.canUnloadNow(), S_OK);
     };
     const HMODULE kept = LoadLibraryW(L"comdlg32.dll"); // Wine's loses a handle each time that it is loaded
     useOnce();

@@ -143,6 +143,7 @@ TEST_F(Registration, WritesWhatTheSystemNeedsAndTakesAllOfItAway) {
     const std::wstring expected[] = {
         L"\\QuorvantisImage.clsQVI_Link\\CLSID :  = {163D87C8-36B0-481C-873F-8AEDC4846B6A}",
         L"\\QuorvantisImage.clsQVI_Globals\\CLSID :  = {B7432407-26C8-4C9D-A338-DA4A68149CD8}",
+        L"\\QuorvantisImage.clsCABFile\\CLSID :  = {E8F584F4-8397-47C8-8989-BAE973FE49A6}",
         link + L"\\InprocServer32 :  = " + dllPath(),
         link + L"\\InprocServer32 : ThreadingModel = Apartment",
         link + L"\\ProgID :  = QuorvantisImage.clsQVI_Link",

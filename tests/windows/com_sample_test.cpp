@@ -1,4 +1,8 @@
 // The hosts in examples/hosts, run as a user would run them.
+#include "contracts/scratch_folder.h"
+#include "fakes/stored_cabinet.h"
+#include "windows/adapters/wide.h"
+#include "windows/adapters/windows_file_system.h"
 #include "windows/com_support.h"
 
 #include <gtest/gtest.h>
@@ -69,6 +73,28 @@ TEST_F(SampleHost, ACompiledHostConnectsToTheEvents) {
     const HostRun run = runProgram(besideThisProgram(L"event_host.exe"), refuseBoxes);
     EXPECT_EQ(run.exitCode, 0U);
     EXPECT_EQ(run.output, "connected\nEND\n");
+}
+
+TEST_F(SampleHost, AScriptListsAndExtractsACabinet) {
+    const contracts::ScratchFolder scratch;
+    windows::WindowsFileSystem files;
+    const std::wstring folder = scratch.path().wstring();
+    const auto in = [&](std::wstring_view name) { return windows::fromWide(folder + L"\\" + std::wstring(name)); };
+    files.replaceFile(in(L"x.cab"), fakes::storedCabinet({{"a&b.txt", "top"}, {"sub\\c.txt", "below", 0x5D6F, 0}}));
+    const std::wstring cabinet = L"\"" + folder + L"\\x.cab\"";
+    const HostRun run = runScriptHost(L"hosts\\list_cabinet.vbs", cabinet + L" \"" + folder + L"\\out\"");
+    EXPECT_EQ(run.exitCode, 0U);
+    EXPECT_EQ(run.output, "2 files\n"
+                          "a&b.txt | 3 | 11/15/2026 7:08:12 PM\n"
+                          "sub\\c.txt | 5 | 11/15/2026\n"
+                          "extracted\n"
+                          "END\n");
+    EXPECT_EQ(files.readFile(in(L"out\\a&b.txt")), "top");
+    EXPECT_EQ(files.readFile(in(L"out\\sub\\c.txt")), "below");
+
+    const HostRun missing = runScriptHost(L"hosts\\list_cabinet.vbs", L"Z:\\no.cab");
+    EXPECT_EQ(missing.exitCode, 1U);
+    EXPECT_EQ(missing.output, "GetXML failed: The system cannot find the file specified. (error 2, CabFile)\n");
 }
 
 TEST(SampleHostWithout, ArgumentsOrRegistrationItExplainsWhatIsMissing) {

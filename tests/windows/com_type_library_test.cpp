@@ -171,6 +171,11 @@ TEST_F(TypeLibrary, InterfacesKeepTheirIdentifiersFlagsAndSlots) {
           "call RunSetup 21 @36",
           "call SetHTTPSettings 22 @37",
           "call WriteSingleLog 23 @38"}},
+        {"_clsCABFile",
+         __uuidof(_clsCABFile),
+         "{CA7616A2-18E3-4A84-9459-A8D202C3F904}",
+         {"get CabName 1 @7", "put CabName 1 @8", "get FileCount 2 @9", "call Extract 3 @10", "call GetInfo 4 @11",
+          "call GetXML 5 @12", "call SetuAPIisPresent 6 @13"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -201,6 +206,7 @@ TEST_F(TypeLibrary, ClassesAreCreatableWithTheirDefaultInterface) {
         {__uuidof(clsQVI_Link), "{163D87C8-36B0-481C-873F-8AEDC4846B6A}"},
         {__uuidof(clsQVI_Globals), "{B7432407-26C8-4C9D-A338-DA4A68149CD8}"},
         {__uuidof(ucSendReceive), "{09989595-8470-4B41-9273-E1F56ACD064B}"},
+        {__uuidof(clsCABFile), "{E8F584F4-8397-47C8-8989-BAE973FE49A6}"},
     };
     for (const auto& [clsid, guid] : classes) {
         ComPtr<ITypeInfo> info;
@@ -215,21 +221,43 @@ TEST_F(TypeLibrary, ClassesAreCreatableWithTheirDefaultInterface) {
     }
 }
 
-TEST_F(TypeLibrary, EventsKeepTheirNumbersAndTheControlIsTheirSource) {
-    ComPtr<ITypeInfo> events;
-    ASSERT_EQ(library->GetTypeInfoOfGuid(__uuidof(__ucSendReceive), &events), S_OK);
-    const Attributes attributes(events);
-    EXPECT_EQ(textOf(attributes.value->guid), "{51757839-AEAB-4367-9539-2B6FF3BEACF7}");
-    EXPECT_EQ(membersOf(*events.Get(), *attributes.value),
-              (std::vector<std::string>{"call DownloadComplete 1 @0", "call DownloadStart 2 @0", "call Cancelled 3 @0",
-                                        "call SendReceiveCompleted 4 @0", "call CloseQuorVantis 5 @0",
-                                        "call OpenfrmOptions 6 @0", "call RegisterServer 7 @0",
-                                        "call UnregisterServer 8 @0"}));
-    ComPtr<ITypeInfo> control;
-    ASSERT_EQ(library->GetTypeInfoOfGuid(__uuidof(ucSendReceive), &control), S_OK);
-    INT flags = 0;
-    EXPECT_EQ(control->GetImplTypeFlags(1, &flags), S_OK);
-    EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
+TEST_F(TypeLibrary, EventsKeepTheirNumbersAndTheirClassesAreTheSources) {
+    struct Row {
+        CLSID source;
+        IID events;
+        const char* guid;
+        std::vector<std::string> members;
+    };
+    const Row rows[] = {
+        {__uuidof(ucSendReceive),
+         __uuidof(__ucSendReceive),
+         "{51757839-AEAB-4367-9539-2B6FF3BEACF7}",
+         {"call DownloadComplete 1 @0", "call DownloadStart 2 @0", "call Cancelled 3 @0",
+          "call SendReceiveCompleted 4 @0", "call CloseQuorVantis 5 @0", "call OpenfrmOptions 6 @0",
+          "call RegisterServer 7 @0", "call UnregisterServer 8 @0"}},
+        {__uuidof(clsCABFile),
+         __uuidof(__clsCABFile),
+         "{42D20C3A-F7D5-416D-A73D-1A9FC7E43E4D}",
+         {"call FileFound 1 @0", "call BeforeExtract 2 @0", "call AfterExtract 3 @0"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.guid);
+        ComPtr<ITypeInfo> events;
+        ASSERT_EQ(library->GetTypeInfoOfGuid(row.events, &events), S_OK);
+        const Attributes attributes(events);
+        EXPECT_EQ(textOf(attributes.value->guid), row.guid);
+        EXPECT_EQ(membersOf(*events.Get(), *attributes.value), row.members);
+        ComPtr<ITypeInfo> source;
+        ASSERT_EQ(library->GetTypeInfoOfGuid(row.source, &source), S_OK);
+        INT flags = 0;
+        EXPECT_EQ(source->GetImplTypeFlags(1, &flags), S_OK);
+        EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
+        HREFTYPE reference = 0;
+        ComPtr<ITypeInfo> named;
+        EXPECT_EQ(source->GetRefTypeOfImplType(1, &reference), S_OK);
+        EXPECT_EQ(source->GetRefTypeInfo(reference, &named), S_OK);
+        EXPECT_EQ(textOf(Attributes(named).value->guid), row.guid);
+    }
 }
 
 } // namespace

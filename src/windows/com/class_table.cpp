@@ -1,6 +1,7 @@
 #include "windows/com/class_table.h"
 
 #include "windows/com/adopt.h"
+#include "windows/com/clsCABFile_object.h"
 #include "windows/com/clsQVI_Globals_object.h"
 #include "windows/com/clsQVI_Link_object.h"
 #include "windows/com/error_boundary.h"
@@ -31,6 +32,8 @@ std::span<const CreatableClass> creatableClasses() noexcept {
          createObject<GlobalsObject>},
         {__uuidof(::ucSendReceive), L"QuorvantisImage.ucSendReceive", L"QuorvantisImage.ucSendReceive",
          createObject<SendReceiveObject>},
+        {__uuidof(::clsCABFile), L"QuorvantisImage.clsCABFile", L"QuorvantisImage.clsCABFile",
+         createObject<CabFileObject>},
     };
     return kClasses;
 }
