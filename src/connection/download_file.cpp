@@ -10,9 +10,6 @@ namespace {
 
 constexpr std::size_t kBlock = 256 * 1024; // bytes written at a time
 
-constexpr std::int32_t kRangeNotSatisfiable = 416;
-constexpr std::int32_t kPartialContent = 206;
-
 void removeIfThere(ports::FileSystem& fileSystem, const std::string& path) {
     if (fileSystem.fileExists(path)) {
         fileSystem.removeFile(path);
@@ -50,8 +47,7 @@ std::vector<ports::HttpHeader> DownloadFile::requestHeaders() const {
 }
 
 bool DownloadFile::refusesRest(const FileAnswer& answer) const {
-    return m_known && (answer.status == kRangeNotSatisfiable ||
-                       (answer.status == kPartialContent && !m_known->isRest(answer, m_have)));
+    return m_known && m_known->isRefused(answer, m_have);
 }
 
 void DownloadFile::removePart() {

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::int32_t kOk = 200;
 constexpr std::int32_t kPartialContent = 206;
+constexpr std::int32_t kRangeNotSatisfiable = 416;
 
 constexpr std::string_view kLineEnd = "\r\n";
 
@@ -105,6 +106,10 @@ std::vector<ports::HttpHeader> PartialDownload::requestHeaders(std::int64_t have
 
 bool PartialDownload::isRest(const FileAnswer& answer, std::int64_t have) const {
     return answer.status == kPartialContent && answer.rangeBegin == have && answer.rangeTotal == total;
+}
+
+bool PartialDownload::isRefused(const FileAnswer& answer, std::int64_t have) const {
+    return answer.status == kRangeNotSatisfiable || (answer.status == kPartialContent && !isRest(answer, have));
 }
 
 } // namespace connection

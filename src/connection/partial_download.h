@@ -42,6 +42,8 @@ struct PartialDownload {
     [[nodiscard]] std::vector<ports::HttpHeader> requestHeaders(std::int64_t have) const;
     // The body is what those headers asked for.
     [[nodiscard]] bool isRest(const FileAnswer& answer, std::int64_t have) const;
+    // The server has no such rest, or sends another part of the file.
+    [[nodiscard]] bool isRefused(const FileAnswer& answer, std::int64_t have) const;
 };
 
 } // namespace connection

@@ -159,7 +159,9 @@ std::optional<FileDownloads::Arrived> FileDownloads::fetch(const ListedFile& fil
     }
     m_control.SetMessage("Downloading " + name + ", Please wait");
     const std::string path = m_incoming + name;
-    removeQuietly(m_services.fileSystem, path); // of a pass that was cut short
+    // What waits under this name makes way: a file of another address, or of a pass that was cut short.
+    std::erase_if(m_arrived, [&](const auto& entry) { return base::equalInUpperCase(entry.second.path, path); });
+    removeQuietly(m_services.fileSystem, path);
     const ucSendReceive::FetchedFile fetched = m_control.fetchFile(file.webname, path);
     if (!fetched.complete) {
         return std::nullopt;

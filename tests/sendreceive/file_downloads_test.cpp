@@ -86,6 +86,17 @@ TEST_F(FileDownloadsTest, EachDestinationHasItsFolder) {
     EXPECT_FALSE(check("<file filename='a'/>")) << "there is no drive D";
 }
 
+TEST_F(FileDownloadsTest, FilesOfOneNameAreNotMistakenForEachOther) {
+    for (const std::string bytes : {"of one", "of two", "of one again"}) {
+        services.network.willAnswer(file(bytes));
+    }
+    EXPECT_TRUE(check("<file filename='1\\x' webname='one'/><file filename='2\\X' webname='two'/>"
+                      "<file filename='3\\x' webname='one'/><file filename='4\\x' webname='one'/>"));
+    EXPECT_EQ(contents("C:\\QV\\files\\2\\X"), "of two");
+    EXPECT_EQ(contents("C:\\QV\\files\\3\\x"), "of one again");
+    EXPECT_EQ(contents("C:\\QV\\files\\4\\x"), "of one again");
+}
+
 TEST_F(FileDownloadsTest, OnlyWhatIsMissingOrOlderIsFetched) {
     services.files.addFile("C:\\QV\\files\\a.dll", "old");
     services.programs.add("C:\\QV\\files\\a.dll", {base::toFileVersion("7.2")});
