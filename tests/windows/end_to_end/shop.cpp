@@ -1,9 +1,9 @@
 // Folders, files, settings and the script host of the end-to-end tests.
 #include "windows/end_to_end/shop.h"
 
-#include "windows/drive/failure.h"
-#include "windows/drive/script.h"
-#include "windows/drive/wide.h"
+#include "drive/failure.h"
+#include "drive/script.h"
+#include "drive/wide.h"
 
 #include <array>
 #include <filesystem>

@@ -2,7 +2,7 @@
 // who works the dialog from another process.
 #pragma once
 
-#include "windows/drive/player.h"
+#include "drive/player.h"
 
 #include <gtest/gtest.h>
 

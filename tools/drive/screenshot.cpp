@@ -1,8 +1,8 @@
 // Copies the screen, not the windows one by one: only so do nested dialogs show as the user sees them.
-#include "windows/drive/screenshot.h"
+#include "drive/screenshot.h"
 
-#include "windows/drive/failure.h"
-#include "windows/drive/wide.h"
+#include "drive/failure.h"
+#include "drive/wide.h"
 
 #include <objidl.h>
 

@@ -1,8 +1,8 @@
 // drive.exe: plays the user of a Windows program from another process, by the lines of a script.
-#include "windows/drive/failure.h"
-#include "windows/drive/player.h"
-#include "windows/drive/script.h"
-#include "windows/drive/wide.h"
+#include "drive/failure.h"
+#include "drive/player.h"
+#include "drive/script.h"
+#include "drive/wide.h"
 
 #include <windows.h>
 

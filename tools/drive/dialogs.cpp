@@ -1,10 +1,10 @@
 // The standard dialogs, known by the ids that the platform gives their controls.
-#include "windows/drive/dialogs.h"
+#include "drive/dialogs.h"
 
-#include "windows/drive/controls.h"
-#include "windows/drive/failure.h"
-#include "windows/drive/screen.h"
-#include "windows/drive/wide.h"
+#include "drive/controls.h"
+#include "drive/failure.h"
+#include "drive/screen.h"
+#include "drive/wide.h"
 #include "windows/forms/control_ids.h"
 
 #include <algorithm>

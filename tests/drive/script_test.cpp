@@ -1,5 +1,5 @@
 // The script language: words, quotes, escapes, and that a faulty script is refused before anything is clicked.
-#include "windows/drive/script.h"
+#include "drive/script.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 // The commands that use the controls of the current form, or read them.
-#include "windows/drive/controls.h"
-#include "windows/drive/failure.h"
-#include "windows/drive/keyboard.h"
-#include "windows/drive/player.h"
+#include "drive/controls.h"
+#include "drive/failure.h"
+#include "drive/keyboard.h"
+#include "drive/player.h"
 
 #include <algorithm>
 

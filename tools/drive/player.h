@@ -1,11 +1,11 @@
 // Plays a script against whatever program shows the windows.
 #pragma once
 
-#include "windows/drive/host_process.h"
-#include "windows/drive/patience.h"
-#include "windows/drive/screen.h"
-#include "windows/drive/script.h"
-#include "windows/drive/silence.h"
+#include "drive/host_process.h"
+#include "drive/patience.h"
+#include "drive/screen.h"
+#include "drive/script.h"
+#include "drive/silence.h"
 
 #include <windows.h>
 

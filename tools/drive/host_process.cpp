@@ -1,8 +1,8 @@
 // Starts a program with its output in a temporary file; a pipe would be inherited by helper processes and never close.
-#include "windows/drive/host_process.h"
+#include "drive/host_process.h"
 
-#include "windows/drive/failure.h"
-#include "windows/drive/wide.h"
+#include "drive/failure.h"
+#include "drive/wide.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "windows/drive/silence.h"
+#include "drive/silence.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // The polling loop. Another process cannot hand us an event for "the list now holds a.jpg", so we look again and again.
-#include "windows/drive/patience.h"
+#include "drive/patience.h"
 
-#include "windows/drive/failure.h"
-#include "windows/drive/host_process.h"
+#include "drive/failure.h"
+#include "drive/host_process.h"
 
 #include <chrono>
 #include <string>

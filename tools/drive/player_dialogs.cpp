@@ -1,9 +1,9 @@
 // The commands that answer message boxes, input boxes and file dialogs.
-#include "windows/drive/controls.h"
-#include "windows/drive/dialogs.h"
-#include "windows/drive/failure.h"
-#include "windows/drive/player.h"
-#include "windows/drive/wide.h"
+#include "drive/controls.h"
+#include "drive/dialogs.h"
+#include "drive/failure.h"
+#include "drive/player.h"
+#include "drive/wide.h"
 
 #include <charconv>
 

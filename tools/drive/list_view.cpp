@@ -1,11 +1,11 @@
 // A list view's messages carry pointers, which mean something in its own process only: so the text is asked for through
 // memory that is allocated there.
-#include "windows/drive/list_view.h"
+#include "drive/list_view.h"
 
+#include "drive/failure.h"
+#include "drive/screen.h"
+#include "drive/wide.h"
 #include "windows/adapters/handles.h"
-#include "windows/drive/failure.h"
-#include "windows/drive/screen.h"
-#include "windows/drive/wide.h"
 
 #include <array>
 #include <cstddef>

@@ -1,8 +1,8 @@
 // Enumerates windows of another process and tells dialogs apart by the controls on them.
-#include "windows/drive/screen.h"
+#include "drive/screen.h"
 
-#include "windows/drive/failure.h"
-#include "windows/drive/wide.h"
+#include "drive/failure.h"
+#include "drive/wide.h"
 #include "windows/forms/control_ids.h"
 
 #include <algorithm>

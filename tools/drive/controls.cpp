@@ -1,10 +1,10 @@
 // Reads and works the standard controls by the messages that cross process borders.
-#include "windows/drive/controls.h"
+#include "drive/controls.h"
 
-#include "windows/drive/failure.h"
-#include "windows/drive/list_view.h"
-#include "windows/drive/screen.h"
-#include "windows/drive/wide.h"
+#include "drive/failure.h"
+#include "drive/list_view.h"
+#include "drive/screen.h"
+#include "drive/wide.h"
 #include "windows/forms/control_ids.h"
 
 #include <algorithm>

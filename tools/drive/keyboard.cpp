@@ -1,7 +1,7 @@
 // Key names to virtual keys, and pressing them.
-#include "windows/drive/keyboard.h"
+#include "drive/keyboard.h"
 
-#include "windows/drive/failure.h"
+#include "drive/failure.h"
 
 #include <algorithm>
 #include <array>

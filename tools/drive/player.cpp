@@ -1,9 +1,9 @@
 // Which member plays which command; and the commands about the host, its forms and the clock.
-#include "windows/drive/player.h"
+#include "drive/player.h"
 
-#include "windows/drive/controls.h"
-#include "windows/drive/failure.h"
-#include "windows/drive/screenshot.h"
+#include "drive/controls.h"
+#include "drive/failure.h"
+#include "drive/screenshot.h"
 
 #include <charconv>
 #include <map>

@@ -1,5 +1,5 @@
 // Splits a script into words and checks every line against the one table of commands.
-#include "windows/drive/script.h"
+#include "drive/script.h"
 
 #include "base/text.h"
 
