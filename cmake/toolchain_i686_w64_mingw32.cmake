@@ -1,17 +1,5 @@
-# Cross-compiles for 32-bit Windows with mingw-w64 (posix threads); tests run in Wine.
-set(CMAKE_SYSTEM_NAME Windows)
+# Cross-compiles for 32-bit Windows; tests run in a 32-bit Wine prefix.
 set(CMAKE_SYSTEM_PROCESSOR x86)
 set(QVI_TRIPLE i686-w64-mingw32)
-
-set(CMAKE_C_COMPILER ${QVI_TRIPLE}-gcc-posix)
-set(CMAKE_CXX_COMPILER ${QVI_TRIPLE}-g++-posix)
-set(CMAKE_RC_COMPILER ${QVI_TRIPLE}-windres)
-set(CMAKE_STRIP ${QVI_TRIPLE}-strip)
-
-get_filename_component(QVI_ROOT ${CMAKE_CURRENT_LIST_DIR}/.. ABSOLUTE)
-set(CMAKE_FIND_ROOT_PATH ${QVI_ROOT}/build/deps/${QVI_TRIPLE} /usr/${QVI_TRIPLE})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-set(CMAKE_CROSSCOMPILING_EMULATOR ${QVI_ROOT}/tools/wine_run)
+set(QVI_WINEARCH win32)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw_w64.cmake)

@@ -1,0 +1,15 @@
+# The body of the toolchain files: mingw-w64 with posix threads for QVI_TRIPLE; tests run in a Wine prefix of the kind QVI_WINEARCH.
+set(CMAKE_SYSTEM_NAME Windows)
+
+set(CMAKE_C_COMPILER ${QVI_TRIPLE}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${QVI_TRIPLE}-g++-posix)
+set(CMAKE_RC_COMPILER ${QVI_TRIPLE}-windres)
+set(CMAKE_STRIP ${QVI_TRIPLE}-strip)
+
+get_filename_component(QVI_ROOT ${CMAKE_CURRENT_LIST_DIR}/.. ABSOLUTE)
+set(CMAKE_FIND_ROOT_PATH ${QVI_ROOT}/build/deps/${QVI_TRIPLE} /usr/${QVI_TRIPLE})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+set(CMAKE_CROSSCOMPILING_EMULATOR env WINEARCH=${QVI_WINEARCH} ${QVI_ROOT}/tools/wine_run)
