@@ -1,12 +1,15 @@
 // The type library as compiled hosts rely on it: identifiers, slots and flags must never change.
 #include "windows/com_support.h"
 
+#include "base/runtime_error.h"
 #include "windows/com/quorvantisimage.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace com_test {
@@ -30,18 +33,27 @@ std::string textOf(const GUID& guid) {
     return {text.begin(), text.end()};
 }
 
-std::string nameOf(ITypeInfo& info, MEMBERID member) {
+struct Documentation {
+    std::string name;
+    std::string help;
+};
+
+// Of a library (-1: its own) or of a type (MEMBERID_NIL: its own).
+template <typename Documented>
+Documentation documentationOf(Documented& documented, int member) {
     BSTR name = nullptr;
     BSTR help = nullptr;
-    info.GetDocumentation(member, &name, &help, nullptr, nullptr);
-    const std::wstring text(name, SysStringLen(name));
-    std::string result(text.begin(), text.end());
-    if (SysStringLen(help) == 0) {
-        result += " (no help)";
-    }
+    documented.GetDocumentation(member, &name, &help, nullptr, nullptr);
+    Documentation result;
+    result.name.assign(name, name + SysStringLen(name));
+    result.help.assign(help, help + SysStringLen(help));
     SysFreeString(name);
     SysFreeString(help);
     return result;
+}
+
+std::string nameOf(ITypeInfo& info, MEMBERID member) {
+    return documentationOf(info, member).name;
 }
 
 // "get ProductCode 1 @7": what it does, its name, its id, its slot in the virtual table.
@@ -61,16 +73,42 @@ std::vector<std::string> membersOf(ITypeInfo& info, const TYPEATTR& attributes) 
     return members;
 }
 
+using Constants = std::map<std::string, long>;
+
+Constants constantsOf(ITypeInfo& info, const TYPEATTR& attributes) {
+    Constants constants;
+    for (UINT i = 0; i < attributes.cVars; ++i) {
+        VARDESC* constant = nullptr;
+        info.GetVarDesc(i, &constant);
+        constants[nameOf(info, constant->memid)] = V_I4(constant->lpvarValue);
+        info.ReleaseVarDesc(constant);
+    }
+    return constants;
+}
+
 class TypeLibrary : public testing::Test {
 protected:
     TypeLibrary() { LoadTypeLibEx(dllPath().c_str(), REGKIND_NONE, &library); }
 
+    std::vector<ComPtr<ITypeInfo>> types() const {
+        std::vector<ComPtr<ITypeInfo>> all(library->GetTypeInfoCount());
+        for (UINT i = 0; i < all.size(); ++i) {
+            library->GetTypeInfo(i, &all[i]);
+        }
+        return all;
+    }
+
+    ComPtr<ITypeInfo> typeOf(REFGUID guid) const {
+        ComPtr<ITypeInfo> type;
+        library->GetTypeInfoOfGuid(guid, &type);
+        return type;
+    }
+
     // The interface half of a dual interface, which alone has the flags of the interface.
     ComPtr<ITypeInfo> interfaceHalf(REFIID iid) const {
-        ComPtr<ITypeInfo> dispatch;
+        const ComPtr<ITypeInfo> dispatch = typeOf(iid);
         HREFTYPE reference = 0;
         ComPtr<ITypeInfo> result;
-        library->GetTypeInfoOfGuid(iid, &dispatch);
         dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference);
         dispatch->GetRefTypeInfo(reference, &result);
         return result;
@@ -90,10 +128,7 @@ TEST_F(TypeLibrary, IsNamedAndVersionedAsHostsReferToIt) {
     EXPECT_EQ(attributes->wMinorVerNum, 0);
     EXPECT_EQ(attributes->syskind, SYS_WIN32);
     library->ReleaseTLibAttr(attributes);
-    BSTR name = nullptr;
-    library->GetDocumentation(-1, &name, nullptr, nullptr, nullptr);
-    EXPECT_STREQ(name, L"QuorvantisImage");
-    SysFreeString(name);
+    EXPECT_EQ(documentationOf(*library.Get(), -1).name, "QuorvantisImage");
 }
 
 TEST_F(TypeLibrary, InterfacesKeepTheirIdentifiersFlagsAndSlots) {
@@ -209,8 +244,8 @@ TEST_F(TypeLibrary, ClassesAreCreatableWithTheirDefaultInterface) {
         {__uuidof(clsCABFile), "{E8F584F4-8397-47C8-8989-BAE973FE49A6}"},
     };
     for (const auto& [clsid, guid] : classes) {
-        ComPtr<ITypeInfo> info;
-        ASSERT_EQ(library->GetTypeInfoOfGuid(clsid, &info), S_OK);
+        const ComPtr<ITypeInfo> info = typeOf(clsid);
+        ASSERT_TRUE(info);
         const Attributes attributes(info);
         EXPECT_EQ(textOf(attributes.value->guid), guid);
         EXPECT_EQ(attributes.value->typekind, TKIND_COCLASS);
@@ -242,13 +277,13 @@ TEST_F(TypeLibrary, EventsKeepTheirNumbersAndTheirClassesAreTheSources) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.guid);
-        ComPtr<ITypeInfo> events;
-        ASSERT_EQ(library->GetTypeInfoOfGuid(row.events, &events), S_OK);
+        const ComPtr<ITypeInfo> events = typeOf(row.events);
+        ASSERT_TRUE(events);
         const Attributes attributes(events);
         EXPECT_EQ(textOf(attributes.value->guid), row.guid);
         EXPECT_EQ(membersOf(*events.Get(), *attributes.value), row.members);
-        ComPtr<ITypeInfo> source;
-        ASSERT_EQ(library->GetTypeInfoOfGuid(row.source, &source), S_OK);
+        const ComPtr<ITypeInfo> source = typeOf(row.source);
+        ASSERT_TRUE(source);
         INT flags = 0;
         EXPECT_EQ(source->GetImplTypeFlags(1, &flags), S_OK);
         EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
@@ -257,6 +292,49 @@ TEST_F(TypeLibrary, EventsKeepTheirNumbersAndTheirClassesAreTheSources) {
         EXPECT_EQ(source->GetRefTypeOfImplType(1, &reference), S_OK);
         EXPECT_EQ(source->GetRefTypeInfo(reference, &named), S_OK);
         EXPECT_EQ(textOf(Attributes(named).value->guid), row.guid);
+    }
+}
+
+TEST_F(TypeLibrary, AnObjectBrowserHasAHelpTextForEverything) {
+    EXPECT_NE(documentationOf(*library.Get(), -1).help, "");
+    for (const ComPtr<ITypeInfo>& type : types()) {
+        const auto [name, help] = documentationOf(*type.Get(), MEMBERID_NIL);
+        EXPECT_NE(help, "") << name;
+        const Attributes attributes(type);
+        for (UINT i = 0; i < attributes.value->cFuncs; ++i) {
+            FUNCDESC* function = nullptr;
+            type->GetFuncDesc(i, &function);
+            const auto member = documentationOf(*type.Get(), function->memid);
+            const bool isOfTheSystem = (function->wFuncFlags & FUNCFLAG_FRESTRICTED) != 0; // IDispatch's own
+            EXPECT_TRUE(isOfTheSystem || !member.help.empty()) << name << "." << member.name;
+            type->ReleaseFuncDesc(function);
+        }
+    }
+}
+
+TEST_F(TypeLibrary, ConstantsNameWhatTheComponentRaisesAndFires) {
+    std::map<std::string, Constants> enumerations;
+    for (const ComPtr<ITypeInfo>& type : types()) {
+        const Attributes attributes(type);
+        if (attributes.value->typekind == TKIND_ENUM) {
+            enumerations[nameOf(*type.Get(), MEMBERID_NIL)] = constantsOf(*type.Get(), *attributes.value);
+        }
+    }
+    for (const auto& [events, numbers] :
+         {std::pair{__uuidof(__ucSendReceive), "qviSendReceiveEvent"}, {__uuidof(__clsCABFile), "qviCabinetEvent"}}) {
+        const Attributes attributes(typeOf(events));
+        Constants named;
+        for (UINT i = 0; i < attributes.value->cFuncs; ++i) {
+            FUNCDESC* function = nullptr;
+            attributes.info->GetFuncDesc(i, &function);
+            named["qviEvent" + nameOf(*attributes.info.Get(), function->memid)] = function->memid;
+            attributes.info->ReleaseFuncDesc(function);
+        }
+        EXPECT_EQ(enumerations[numbers], named);
+    }
+    EXPECT_FALSE(enumerations["qviError"].empty());
+    for (const auto& [name, number] : enumerations["qviError"]) {
+        EXPECT_TRUE(number == base::error::kUnspecified || base::standardText(number) != base::standardText(0)) << name;
     }
 }
 

@@ -1,5 +1,7 @@
 #include "windows/com/clsCABFile_events.h"
 
+#include "windows/com/quorvantisimage.h"
+
 #include <array>
 
 namespace windows::com {
@@ -12,19 +14,19 @@ void CabFileEvents::FileFound(const std::string& name, const base::DateTime& fil
     const EventArgument pathArgument(path);
     std::array arguments{pathArgument.byValue(), sizeArgument.byValue(), dateArgument.byValue(),
                          nameArgument.byValue()};
-    m_source.fire(1, arguments);
+    m_source.fire(qviEventFileFound, arguments);
 }
 
 void CabFileEvents::BeforeExtract(const std::string& name, bool& cancel) {
     const EventArgument nameArgument(name);
     EventArgument cancelArgument(cancel);
     std::array arguments{cancelArgument.byReference(), nameArgument.byValue()};
-    m_source.fire(2, arguments);
+    m_source.fire(qviEventBeforeExtract, arguments);
     cancel = cancelArgument.flag();
 }
 
 void CabFileEvents::AfterExtract(const std::string& path) {
-    m_source.fire(3, EventArgument(path));
+    m_source.fire(qviEventAfterExtract, EventArgument(path));
 }
 
 } // namespace windows::com

@@ -1,6 +1,7 @@
 #include "windows/com/ucSendReceive_events.h"
 
 #include "windows/com/foreign_document.h"
+#include "windows/com/quorvantisimage.h"
 #include "windows/com/xml_document_object.h"
 
 #include <array>
@@ -13,7 +14,7 @@ void SendReceiveEvents::DownloadComplete(std::string& name, const xml::XmlNode& 
     const EventArgument commandArgument(makeXmlNode(command));
     const EventArgument resultsArgument(makeXmlDocument(results, m_fileSystem));
     std::array arguments{resultsArgument.byValue(), commandArgument.byValue(), nameArgument.byReference()};
-    m_source.fire(1, arguments);
+    m_source.fire(qviEventDownloadComplete, arguments);
     name = nameArgument.text();
 }
 
@@ -21,7 +22,7 @@ void SendReceiveEvents::DownloadStart(std::string& name, std::shared_ptr<xml::Xm
     EventArgument nameArgument(name);
     EventArgument requestArgument(makeXmlDocument(request, m_fileSystem));
     std::array arguments{requestArgument.byReference(), nameArgument.byReference()};
-    m_source.fire(2, arguments);
+    m_source.fire(qviEventDownloadStart, arguments);
     name = nameArgument.text();
     if (requestArgument.object() != nullptr) {
         request = fromHost(requestArgument.object()).document;
@@ -29,27 +30,27 @@ void SendReceiveEvents::DownloadStart(std::string& name, std::shared_ptr<xml::Xm
 }
 
 void SendReceiveEvents::Cancelled() {
-    m_source.fire(3);
+    m_source.fire(qviEventCancelled);
 }
 
 void SendReceiveEvents::SendReceiveCompleted() {
-    m_source.fire(4);
+    m_source.fire(qviEventSendReceiveCompleted);
 }
 
 void SendReceiveEvents::CloseQuorVantis() {
-    m_source.fire(5);
+    m_source.fire(qviEventCloseQuorVantis);
 }
 
 void SendReceiveEvents::OpenfrmOptions(const std::string& url) {
-    m_source.fire(6, EventArgument(url));
+    m_source.fire(qviEventOpenfrmOptions, EventArgument(url));
 }
 
 void SendReceiveEvents::RegisterServer(const std::string& file) {
-    m_source.fire(7, EventArgument(file));
+    m_source.fire(qviEventRegisterServer, EventArgument(file));
 }
 
 void SendReceiveEvents::UnregisterServer(const std::string& file) {
-    m_source.fire(8, EventArgument(file));
+    m_source.fire(qviEventUnregisterServer, EventArgument(file));
 }
 
 } // namespace windows::com
