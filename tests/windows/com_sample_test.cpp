@@ -69,6 +69,28 @@ TEST_F(SampleHost, TheirOwnDocumentsServeAsCommandsAndSettings) {
     EXPECT_EQ(run.output, "the same object: true\nsettings: 1\nEND\n");
 }
 
+TEST_F(SampleHost, AScriptKeepsItsCommandsInAFileWithTheGlobalsOfTheComponent) {
+    const contracts::ScratchFolder scratch;
+    const std::wstring folder = scratch.path().wstring();
+    const auto run = [&](const std::wstring& arguments) {
+        return runScriptHost(L"hosts\\command_file.vbs", L"\"" + folder + arguments, refuseBoxes);
+    };
+    EXPECT_EQ(run(L"\" \"o'clock\" \"First text\"").output, "o'clock: First text\nEND\n");
+    EXPECT_EQ(run(L"\" prices Prices").output, "o'clock: First text\nprices: Prices\nEND\n");
+    const HostRun changed = run(L"\" \"o'clock\" \"Other text\"");
+    EXPECT_EQ(changed.exitCode, 0U);
+    EXPECT_EQ(changed.output, "o'clock: Other text\nprices: Prices\nEND\n");
+    windows::WindowsFileSystem files;
+    EXPECT_TRUE(files.fileExists(windows::fromWide(folder + L"\\quorvantis_sendreceive.txt")));
+
+    files.replaceFile(windows::fromWide(folder + L"\\commands.xml"), "<commands>");
+    EXPECT_EQ(run(L"\" a b").exitCode, 1U);
+    EXPECT_EQ(files.readFile(windows::fromWide(folder + L"\\commands.xml")), "<commands>");
+    const HostRun missing = run(L"\\nowhere\" a b");
+    EXPECT_EQ(missing.exitCode, 1U);
+    EXPECT_NE(missing.output.find("commands.xml failed: Path not found (error "), std::string::npos) << missing.output;
+}
+
 TEST_F(SampleHost, ACompiledHostConnectsToTheEvents) {
     const HostRun run = runProgram(besideThisProgram(L"event_host.exe"), refuseBoxes);
     EXPECT_EQ(run.exitCode, 0U);
