@@ -118,7 +118,7 @@ private:
     [[nodiscard]] std::string setting(std::string_view key) const;
     void store(std::string_view key, std::string_view value);
 
-    // frmDial_dial.cpp: the choice of the way, the phone book, dialling.
+    // frmDial_dial_page.cpp: the choice of the way, the phone book, dialling.
     void loadDialType();
     void fillPhoneBook();
     void Option1_Click(std::size_t index);
@@ -130,7 +130,7 @@ private:
     void connected() noexcept override;
     void dialled();
 
-    // frmDial_test.cpp: the connection test.
+    // frmDial_test_page.cpp: the connection test.
     void cmdGet_Click();
     void cmdWinsock_Click();
     void HTTPS1_Disconnected(std::int32_t statusCode, const std::string& description);

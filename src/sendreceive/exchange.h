@@ -50,6 +50,7 @@ private:
     [[nodiscard]] bool perform(); // the request loop: true with an answer
     [[nodiscard]] Result attempt();
 
+    // exchange_dialogues.cpp: what the user is asked when it failed.
     [[nodiscard]] Next afterNoConnection(const Result& failure);
     [[nodiscard]] Next afterOtherFailure(const Result& failure);
     [[nodiscard]] Next askForManualDial(const Result& failure);
@@ -58,6 +59,7 @@ private:
     void switchToAlternate();
     [[nodiscard]] Next askWithButtons(const std::string& text, bool settingsHelp);
     void makeErrorFolder();
+    [[nodiscard]] static std::string numbered(const Result& result);
 
     [[nodiscard]] bool check(); // the answer: true when it is a good one
     void tell(const struct SystemDown& down);

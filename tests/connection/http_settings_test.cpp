@@ -1,5 +1,6 @@
 #include "connection/http_settings.h"
 
+#include "base/error_number.h"
 #include "base/runtime_error.h"
 #include "fakes/fake_settings.h"
 
@@ -102,12 +103,7 @@ TEST_F(HttpSettingsTest, APortThatIsNoneEndsItWithTheServerSetAndNobodyNamed) {
         SCOPED_TRACE(row.port);
         http = {};
         set("ProxyPort", row.port);
-        std::int32_t error = 0;
-        try {
-            configure();
-        } catch (const base::RuntimeError& e) {
-            error = e.number();
-        }
+        const std::int32_t error = base::errorNumber([&] { configure(); });
         EXPECT_EQ(error, row.error);
         EXPECT_EQ(http.proxyServer, "proxy.example");
         EXPECT_EQ(http.proxyPort, row.result);

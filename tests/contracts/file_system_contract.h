@@ -45,6 +45,13 @@ protected:
     ports::FileSystem& files() { return m_world->files(); }
     [[nodiscard]] std::string in(const std::string& name) const { return m_folder + name; }
 
+    [[nodiscard]] static std::string everyByte() {
+        std::string bytes;
+        for (int i = 0; i < 256; ++i) {
+            bytes.push_back(static_cast<char>(static_cast<unsigned char>(i)));
+        }
+        return bytes;
+    }
     // Every failed save must leave the old bytes and no temporary file.
     void expectUntouched(const std::string& path, const std::string& bytes) {
         EXPECT_EQ(files().readFile(path), bytes);

@@ -1,5 +1,5 @@
 // What every transport must do when the listener cancels, raises or asks for more from inside an event.
-#include "contracts/error_number.h"
+#include "base/error_number.h"
 #include "contracts/https_contract.h"
 
 namespace contracts {
@@ -71,8 +71,9 @@ TEST_P(HttpsEvents, WhatAnEventRaisesComesOut) {
     for (const Stage& stage : stages()) {
         SCOPED_TRACE(stage.name);
         acted = 0;
-        EXPECT_EQ(errorNumber([&] { static_cast<void>(performUntil(stage, [] { throw base::RuntimeError(61); })); }),
-                  61);
+        EXPECT_EQ(
+            base::errorNumber([&] { static_cast<void>(performUntil(stage, [] { throw base::RuntimeError(61); })); }),
+            61);
         EXPECT_LT(Clock::now() - actedAt, 200ms);
         EXPECT_EQ(acted, 1);
         expectUsable();
@@ -83,7 +84,7 @@ TEST_P(HttpsEvents, OnlyOneRequestRunsAtATime) {
     const Stage waiting{"waiting", get(at("HTTP", "/silent")), &Listener::onIdle, true};
     const ports::HttpOutcome end = performUntil(waiting, [&] {
         Listener second;
-        EXPECT_EQ(errorNumber([&] { static_cast<void>(https->perform(get(at("HTTP", "/ok")), second)); }), 5);
+        EXPECT_EQ(base::errorNumber([&] { static_cast<void>(https->perform(get(at("HTTP", "/ok")), second)); }), 5);
         EXPECT_EQ(second.started, 0);
         const auto other = GetParam().create(); // another object's requests are its own
         EXPECT_EQ(other->perform(get(at("HTTP", "/ok")), second).status, 200);

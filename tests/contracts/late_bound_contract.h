@@ -5,6 +5,7 @@
 // raises error 1234 of the source "Host" with the description "Host says no".
 #pragma once
 
+#include "base/error_number.h"
 #include "base/runtime_error.h"
 #include "ports/late_bound.h"
 
@@ -29,16 +30,6 @@ inline std::ostream& operator<<(std::ostream& out, const LateBoundSubject& subje
 class LateBoundContract : public testing::TestWithParam<LateBoundSubject> {
 protected:
     std::shared_ptr<ports::LateBoundObject> object = GetParam().make();
-
-    template <typename Use>
-    static std::int32_t errorOf(Use&& use) {
-        try {
-            use();
-        } catch (const base::RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
-    }
 };
 
 TEST_P(LateBoundContract, ReadsEachTypeOfValueByNameInAnyCase) {
@@ -73,9 +64,9 @@ TEST_P(LateBoundContract, PassesArgumentsInOrder) {
 }
 
 TEST_P(LateBoundContract, AMissingMemberIsError438) {
-    EXPECT_EQ(errorOf([&] { static_cast<void>(object->get("Absent")); }), base::error::kNoSuchMember);
-    EXPECT_EQ(errorOf([&] { object->put("Absent", 1); }), base::error::kNoSuchMember);
-    EXPECT_EQ(errorOf([&] { object->call("Absent", {}); }), base::error::kNoSuchMember);
+    EXPECT_EQ(base::errorNumber([&] { static_cast<void>(object->get("Absent")); }), base::error::kNoSuchMember);
+    EXPECT_EQ(base::errorNumber([&] { object->put("Absent", 1); }), base::error::kNoSuchMember);
+    EXPECT_EQ(base::errorNumber([&] { object->call("Absent", {}); }), base::error::kNoSuchMember);
 }
 
 // Apart, because a script engine tells errors of its objects to its own host only.

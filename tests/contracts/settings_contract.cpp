@@ -1,6 +1,6 @@
 #include "contracts/settings_contract.h"
 
-#include "contracts/error_number.h"
+#include "base/error_number.h"
 
 #include <vector>
 
@@ -65,7 +65,7 @@ TEST_P(SettingsContract, IncompleteNamesAreNotWrittenElsewhereInTheTree) {
     store().set(application(), "Main", "", "stray");
     EXPECT_EQ(store().get(application(), "Main", "Key", "none"), "none");
     EXPECT_EQ(store().get(application(), "Main", "", "none"), "none");
-    EXPECT_EQ(errorNumber([&] { store().remove("", application(), "Key"); }), 5);
+    EXPECT_EQ(base::errorNumber([&] { store().remove("", application(), "Key"); }), 5);
 }
 
 TEST_P(SettingsContract, RemovingTakesOneValueAndMissingOnesRaise5) {
@@ -74,9 +74,9 @@ TEST_P(SettingsContract, RemovingTakesOneValueAndMissingOnesRaise5) {
     store().remove(application(), "MAIN", "a");
     EXPECT_EQ(store().get(application(), "Main", "A", "none"), "none");
     EXPECT_EQ(store().get(application(), "Main", "B", "none"), "2");
-    EXPECT_EQ(errorNumber([&] { store().remove(application(), "Main", "A"); }), 5);
-    EXPECT_EQ(errorNumber([&] { store().remove(application(), "Missing", "A"); }), 5);
-    EXPECT_EQ(errorNumber([&] { store().remove(application(), "Main", ""); }), 5);
+    EXPECT_EQ(base::errorNumber([&] { store().remove(application(), "Main", "A"); }), 5);
+    EXPECT_EQ(base::errorNumber([&] { store().remove(application(), "Missing", "A"); }), 5);
+    EXPECT_EQ(base::errorNumber([&] { store().remove(application(), "Main", ""); }), 5);
     store().remove(application(), "Main", "B");
 }
 

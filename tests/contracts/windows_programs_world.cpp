@@ -1,6 +1,6 @@
 // The suite of program files on Windows, with real signatures (tests/peers/with_programs), and what only those can
 // show.
-#include "contracts/error_number.h"
+#include "base/error_number.h"
 #include "contracts/programs_contract.h"
 #include "contracts/scratch_folder.h"
 #include "peers/trusted_authority.h"
@@ -123,11 +123,11 @@ TEST(WindowsPrograms, NobodyCanChangeAHeldFile) {
     {
         const windows::UniqueHandle open = writer();
         EXPECT_TRUE(open);
-        EXPECT_EQ(errorNumber([&] { (void)world.programs().hold(path); }), 70);
+        EXPECT_EQ(base::errorNumber([&] { (void)world.programs().hold(path); }), 70);
         EXPECT_EQ(world.programs().signature(path).problem, "It cannot be read.");
     }
-    EXPECT_EQ(errorNumber([&] { (void)world.programs().hold(world.path("missing.exe")); }), 53);
-    EXPECT_EQ(errorNumber([&] { (void)world.programs().hold(world.path("no folder\\good.exe")); }), 76);
+    EXPECT_EQ(base::errorNumber([&] { (void)world.programs().hold(world.path("missing.exe")); }), 53);
+    EXPECT_EQ(base::errorNumber([&] { (void)world.programs().hold(world.path("no folder\\good.exe")); }), 76);
 }
 
 TEST(WindowsPrograms, StartsMaximisedAndWithoutParameters) {

@@ -1,5 +1,5 @@
 // What the save does about other programs that hold its files, and about the target's own access rights.
-#include "contracts/error_number.h"
+#include "base/error_number.h"
 #include "contracts/scratch_folder.h"
 #include "windows/adapters/handles.h"
 #include "windows/adapters/wide.h"
@@ -46,7 +46,7 @@ TEST_F(WindowsSave, WaitsForWhoeverHoldsTheTargetOrTheTemporaryFileUpToHalfASeco
         holder = opened(m_wide, 0);
         unsigned whole = 0;
         WindowsFileSystem patient([&](unsigned milliseconds) { whole += milliseconds; });
-        EXPECT_EQ(contracts::errorNumber([&] { patient.replaceFile(m_path, "newer"); }), 70);
+        EXPECT_EQ(base::errorNumber([&] { patient.replaceFile(m_path, "newer"); }), 70);
         EXPECT_EQ(whole, 500U);
     }
 }

@@ -1,6 +1,7 @@
 // The option table with its deliberate oddities: the scan one row past the end and the two kinds of comparison.
 #include "entry/clsglobals.h"
 
+#include "base/error_number.h"
 #include "base/runtime_error.h"
 #include "fakes/fake_desktop.h"
 #include "xml/xml_document.h"
@@ -21,14 +22,6 @@ protected:
         xml::XmlDocument doc;
         ASSERT_TRUE(doc.loadXml("<configuration>" + std::string(options) + "</configuration>"));
         globals.LoadGlobals(doc);
-    }
-    std::int32_t errorOf(const std::function<void()>& body) {
-        try {
-            body();
-        } catch (const base::RuntimeError& e) {
-            return e.number();
-        }
-        return 0;
     }
 
     fakes::FakeDesktop desktop;
@@ -78,7 +71,8 @@ TEST_F(clsglobalsTest, AFullTableFails) {
     for (int i = 0; i <= 300; ++i) {
         options += "<o" + std::to_string(i) + ">v</o" + std::to_string(i) + ">";
     }
-    EXPECT_EQ(errorOf([&] { load(options + "<last>x</last></options>"); }), base::error::kSubscriptOutOfRange);
+    EXPECT_EQ(base::errorNumber([&] { load(options + "<last>x</last></options>"); }),
+              base::error::kSubscriptOutOfRange);
     EXPECT_EQ(globals.count(), 0); // the rows are written, the count is not
     EXPECT_EQ(globals.GetValue("o0"s), "v");
 
@@ -86,8 +80,8 @@ TEST_F(clsglobalsTest, AFullTableFails) {
     EXPECT_EQ(globals.count(), 301);
     EXPECT_EQ(globals.GetValue("o300"s), "v");
     EXPECT_EQ(globals.GetValue("none"s), "NOT_FOUND");
-    EXPECT_EQ(errorOf([&] { globals.SetValue("o300"s, "w"s); }), 0);
-    EXPECT_EQ(errorOf([&] { globals.SetValue("none"s, "w"s); }), base::error::kSubscriptOutOfRange);
+    EXPECT_EQ(base::errorNumber([&] { globals.SetValue("o300"s, "w"s); }), 0);
+    EXPECT_EQ(base::errorNumber([&] { globals.SetValue("none"s, "w"s); }), base::error::kSubscriptOutOfRange);
     EXPECT_EQ(globals.count(), 301);
 }
 

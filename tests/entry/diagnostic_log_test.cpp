@@ -1,8 +1,8 @@
 // The diagnostic trace: when it starts afresh, and its lines byte for byte.
 #include "entry/diagnostic_log.h"
 
+#include "base/error_number.h"
 #include "base/runtime_error.h"
-#include "contracts/error_number.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_code_page.h"
 #include "fakes/fake_file_system.h"
@@ -65,7 +65,7 @@ TEST_F(DiagnosticLogTest, WithTheCounterEvery50thCallStartsAfreshAndTheFirstRoun
 }
 
 TEST_F(DiagnosticLogTest, FailuresReachTheCaller) {
-    const auto errorOf = [&] { return contracts::errorNumber([&] { log.WriteLog("x", true, true); }); };
+    const auto errorOf = [&] { return base::errorNumber([&] { log.WriteLog("x", true, true); }); };
     system.memory = {std::numeric_limits<std::int32_t>::max(), -1};
     EXPECT_EQ(errorOf(), base::error::kOverflow);
     EXPECT_EQ(settings.all(), std::vector<std::string>{}); // nothing was touched yet

@@ -1,5 +1,6 @@
 #include "entry/host_globals.h"
 
+#include "base/error_number.h"
 #include "base/runtime_error.h"
 #include "fakes/fake_late_bound.h"
 
@@ -12,15 +13,6 @@
 namespace entry {
 namespace {
 
-std::int32_t errorOf(const std::function<void()>& act) {
-    try {
-        act();
-    } catch (const base::RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
-
 TEST(HostGlobals, PropertiesReadAsTextAndMissingOnesRaise) {
     const auto object = std::make_shared<fakes::FakeLateBound>();
     object->addProperty("gProfileNumber", std::int32_t{17});
@@ -30,9 +22,10 @@ TEST(HostGlobals, PropertiesReadAsTextAndMissingOnesRaise) {
     EXPECT_EQ(globals.text("gprofilenumber"), "17");
     EXPECT_EQ(globals.text("gWebService"), "");
     EXPECT_EQ(globals.text("gQuorXMLpath"), "");
-    EXPECT_EQ(errorOf([&] { static_cast<void>(globals.text("gfilespath")); }), base::error::kNoSuchMember);
+    EXPECT_EQ(base::errorNumber([&] { static_cast<void>(globals.text("gfilespath")); }), base::error::kNoSuchMember);
     EXPECT_EQ(globals.valueIfPresent("gfilespath"), base::Variant{});
-    EXPECT_EQ(errorOf([] { static_cast<void>(HostGlobals().text("gfilespath")); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([] { static_cast<void>(HostGlobals().text("gfilespath")); }),
+              base::error::kObjectNotSet);
 }
 
 TEST(HostGlobals, AnOptionIsAbsentInEveryWayThatHostsSayNothing) {
@@ -49,7 +42,7 @@ TEST(HostGlobals, AnOptionIsAbsentInEveryWayThatHostsSayNothing) {
     answer = std::int32_t{30};
     EXPECT_EQ(globals.option("PasswChangeDays"), "30");
     object->failOn("GetValue", base::error::kOverflow);
-    EXPECT_EQ(errorOf([&] { static_cast<void>(globals.option("FrameColor")); }), base::error::kOverflow);
+    EXPECT_EQ(base::errorNumber([&] { static_cast<void>(globals.option("FrameColor")); }), base::error::kOverflow);
 }
 
 } // namespace

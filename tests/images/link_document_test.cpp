@@ -1,6 +1,7 @@
 // Opening, changing and saving the link documents, seen from the host's folder.
 #include "images/link_document.h"
 
+#include "base/error_number.h"
 #include "base/runtime_error.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_code_page.h"
@@ -28,16 +29,6 @@ protected:
     void open(const std::string& bytes) {
         files.addFile(kImages, bytes);
         links.open("C:\\h\\");
-    }
-
-    template <typename Body>
-    static std::int32_t raised(Body&& body) {
-        try {
-            body();
-        } catch (const base::RuntimeError& e) {
-            return e.number();
-        }
-        return 0;
     }
 
     fakes::FakeFileSystem files;
@@ -72,7 +63,7 @@ TEST_F(LinkDocumentTest, DeletedLinksAreFoundButNotListed) {
     links.remove(first);
     EXPECT_EQ(first.status(), "deleted");
     EXPECT_THAT(links.linkedFiles("A"), ElementsAre("2")) << "only the first of two equal links goes";
-    EXPECT_EQ(raised([&] { links.remove(first); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([&] { links.remove(first); }), base::error::kObjectNotSet);
     links.remove(links.findLinkAnywhere("A", "3"));
     links.save();
     EXPECT_EQ(files.contents(kImages), "<images><p f1=\"A\" f2=\"1\" f3=\"deleted\"/>"
@@ -94,21 +85,21 @@ TEST_F(LinkDocumentTest, SpecificationsAreNeverFoundByTheManualSearch) {
 
 TEST_F(LinkDocumentTest, ApostrophesEndTheLiteralOfTheExpression) {
     open("<images><p f1='A' f2='1'/><q/><p f1='B' f2='2' f3='deleted'/><p f1='C' f2='3'/></images>");
-    EXPECT_EQ(raised([&] { static_cast<void>(links.linkedFiles("O'NEIL")); }), base::error::kUnspecified);
-    EXPECT_EQ(raised([&] { static_cast<void>(links.findLink("A", "it's")); }), base::error::kUnspecified);
+    EXPECT_EQ(base::errorNumber([&] { static_cast<void>(links.linkedFiles("O'NEIL")); }), base::error::kUnspecified);
+    EXPECT_EQ(base::errorNumber([&] { static_cast<void>(links.findLink("A", "it's")); }), base::error::kUnspecified);
     EXPECT_THAT(links.linkedFiles("x' or '1'='1"), ElementsAre("1", "3"));
     links.remove(links.findLinkAnywhere("x' or '1'='1", "x' or 'y"));
     EXPECT_THAT(links.linkedFiles("A"), IsEmpty());
     // A search that was turned into one for attributes finds nothing that could be removed.
-    EXPECT_EQ(raised([&] { links.remove(links.findLinkAnywhere("'] | //@f1 | //p['", "")); }), 91);
+    EXPECT_EQ(base::errorNumber([&] { links.remove(links.findLinkAnywhere("'] | //@f1 | //p['", "")); }), 91);
 }
 
 TEST_F(LinkDocumentTest, RefusesToAddWhatItCannotHold) {
     const std::string text = "<images><p f1=\"A\" f2=\"1\"/></images>";
     open(text);
     for (const char* value : {"\x07", "\xED\xA0\x80", "\xEF\xBF\xBF"}) {
-        EXPECT_EQ(raised([&] { links.add("A", value); }), base::error::kInvalidProcedureCall);
-        EXPECT_EQ(raised([&] { links.add("A", "2", value); }), base::error::kInvalidProcedureCall);
+        EXPECT_EQ(base::errorNumber([&] { links.add("A", value); }), base::error::kInvalidProcedureCall);
+        EXPECT_EQ(base::errorNumber([&] { links.add("A", "2", value); }), base::error::kInvalidProcedureCall);
     }
     EXPECT_EQ(links.xml(), text);
     const std::string longCode(10000, 'x');
@@ -116,7 +107,7 @@ TEST_F(LinkDocumentTest, RefusesToAddWhatItCannotHold) {
     EXPECT_THAT(links.linkedFiles(longCode), ElementsAre("&<>\"\t\n"));
 
     open("<rtf/>");
-    EXPECT_EQ(raised([&] { links.add("A", "1"); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([&] { links.add("A", "1"); }), base::error::kObjectNotSet);
     EXPECT_EQ(links.xml(), "<rtf/>");
     links.save();
     EXPECT_FALSE(files.hasFile(kKept)) << "a foreign root is readable";
@@ -173,7 +164,7 @@ TEST_F(LinkDocumentTest, KeepsAFileThatWasLockedWhileItWasOpened) {
     links.open("C:\\h\\");
     EXPECT_THAT(links.linkedFiles("A"), IsEmpty());
     links.add("B", "2");
-    EXPECT_EQ(raised([&] { links.saveText(); }), base::error::kPermissionDenied);
+    EXPECT_EQ(base::errorNumber([&] { links.saveText(); }), base::error::kPermissionDenied);
     files.unlock(kImages);
     links.saveText();
     EXPECT_EQ(files.contents(kKept), "<images><p f1='A' f2='1'/></images>");
@@ -183,13 +174,13 @@ TEST_F(LinkDocumentTest, AFailedSaveLeavesTheFileAsItWas) {
     const std::string broken = "<images";
     open(broken);
     files.addFile(kKept, "older"); // of the same second: never replaced
-    EXPECT_EQ(raised([&] { links.save(); }), base::error::kPathFileAccess);
+    EXPECT_EQ(base::errorNumber([&] { links.save(); }), base::error::kPathFileAccess);
     EXPECT_EQ(files.contents(kImages), broken);
     EXPECT_EQ(files.contents(kKept), "older");
 
     clock.advance(std::chrono::seconds(1));
     files.failWrite(1);
-    EXPECT_EQ(raised([&] { links.save(); }), base::error::kDiskFull);
+    EXPECT_EQ(base::errorNumber([&] { links.save(); }), base::error::kDiskFull);
     EXPECT_EQ(files.contents(kImages), broken) << "moved back";
     links.save();
     EXPECT_EQ(files.contents("C:\\h\\images.unreadable-20261115_190813.xml"), broken);
@@ -202,7 +193,7 @@ TEST_F(LinkDocumentTest, OpeningAgainForgetsWhatWasBefore) {
     open("<images><p f1='A' f2='3'/></images>");
     EXPECT_THAT(links.linkedFiles("A"), ElementsAre("3"));
     EXPECT_EQ(old.file(), "1");
-    EXPECT_EQ(raised([&] { links.remove(old); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([&] { links.remove(old); }), base::error::kObjectNotSet);
     EXPECT_EQ(links.xml(), "<images><p f1=\"A\" f2=\"3\"/></images>");
 }
 

@@ -1,58 +1,12 @@
 // Files that an answer names: where they come from, which are wanted, and where they end up.
-#include "base/runtime_error.h"
-#include "sendreceive/control_fixture.h"
+#include "sendreceive/file_downloads_fixture.h"
 #include "sendreceive/listed_file.h"
 
 namespace sendreceive {
 namespace {
 
 using fakes::Answer;
-using fakes::FakePrograms;
 using Kind = ports::HttpOutcome::Kind;
-
-Answer file(const std::string& bytes) {
-    return {{bytes}, 200, "OK", {{"Content-Length", std::to_string(bytes.size())}}};
-}
-
-class FileDownloadsTest : public ControlFixture {
-protected:
-    FileDownloadsTest() {
-        services.files.addFolder("C:\\QV");
-        services.settings.set("Shop", "Dialup", "DialType", "Manual");
-        control->sWebAddress = "http://supplier/shop/service.asp?x=a/b";
-    }
-    std::shared_ptr<xml::XmlDocument> results(const std::string& files) {
-        auto document = std::make_shared<xml::XmlDocument>();
-        EXPECT_TRUE(document->loadXml("<results>" + files + "</results>"));
-        return document;
-    }
-    bool check(const std::string& listed, bool force = false) {
-        return control->CheckForFileDownloads(results(listed), true, "C:\\QV\\", force);
-    }
-    void option(const std::string& name, const std::string& value) {
-        m_options[name] = value;
-        host->addMethod("GetValue", [this](const std::vector<base::Variant>& arguments) {
-            return base::Variant(m_options[base::toText(arguments.at(0))]);
-        });
-    }
-    [[nodiscard]] std::string contents(const std::string& path) const {
-        return services.files.hasFile(path) ? services.files.contents(path) : "(none)";
-    }
-    // All files but the traces.
-    [[nodiscard]] Rows filesLeft() const {
-        Rows paths = services.files.files();
-        std::erase_if(paths, [](const std::string& path) { return path.ends_with(".txt"); });
-        return paths;
-    }
-    // The box about a set-up program that is refused.
-    void expectRefusal(const std::string& routine, const std::string& reason) {
-        services.desktop.whenAsked("Error in " + routine +
-                                   ":The set-up program QuorVantisSetup.exe was not accepted. " + reason);
-    }
-
-private:
-    std::map<std::string, std::string> m_options;
-};
 
 TEST_F(FileDownloadsTest, EachDestinationHasItsFolder) {
     services.settings.set("Shop", "Main", "InstalledFolder", "C:\\Program Files\\Shop");
@@ -224,136 +178,6 @@ TEST_F(FileDownloadsTest, ABrokenDownloadEndsUpNowhereAndGoesOnTheNextTime) {
         Answer{{"ABCD"}, 200, "OK", {}, Kind::Answered, 0, "", [this] { control->cmdCancel.userClick(); }});
     EXPECT_FALSE(check("<file filename='c'/><file filename='d'/>")) << "a Cancel ends the pass";
     EXPECT_EQ(filesLeft().size(), 2U);
-}
-
-TEST_F(FileDownloadsTest, ASetUpProgramMustBeWhatWasAnnounced) {
-    struct Row {
-        std::string name;
-        Answer answer;
-        std::string attributes; // of its file element
-        FakePrograms::Program program;
-        std::string signedBy; // that the host requires; "-": it requires no signature
-        std::string refusal;  // "": none
-    };
-    const FakePrograms::Program none;
-    const FakePrograms::Program ours{base::toFileVersion("7.2"), FakePrograms::trusted("Our Shop")};
-    const std::vector<Row> rows = {
-        {"as announced", file("MZ"), "version='7.2'", ours, "-", ""},
-        {"signed by whomever", file("MZ"), "", ours, "", ""},
-        {"signed by us", file("MZ"), "", ours, "Our Shop", ""},
-        {"of no known length", {{"MZ"}}, "", ours, "-", "The server does not say how long it is."},
-        {"too short", {{"M"}, 200, "OK", {{"Content-Length", "2"}}}, "", ours, "-", "-"},
-        {"older", file("MZ"), "version='7.2.1'", ours, "-", "It is not of version 7.2.1."},
-        {"without a version", file("MZ"), "version='7.2'", none, "-", "It is not of version 7.2."},
-        {"compared with no version", file("MZ"), "version='new'", ours, "-", "It is not of version new."},
-        {"unsigned", file("MZ"), "", none, "", "It is not signed."},
-        {"signed by others", file("MZ"), "", ours, "Their Shop", "It is signed by Our Shop."},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        for (const std::string folder : {"files\\incoming\\", "upgrade\\upgrade7\\"}) {
-            services.programs.add("C:\\QV\\" + folder + "QuorVantisSetup.exe", row.program);
-            option("RequireSignedSetup", row.signedBy == "-" ? "False" : "True");
-            option("SetupPublisher", row.signedBy == "-" ? "Nobody" : row.signedBy);
-            control->bMustRunSetup = false;
-            control->MustRunSetupName.clear();
-            services.network.willAnswer(row.answer);
-            const bool upgrade = folder.starts_with("upgrade");
-            if (row.refusal == "-") { // the transfer itself shows it
-                services.desktop.whenAsked("Error in download : The file is not as long as the server says.");
-                services.desktop.whenShown("frmMsgBox", [this] { services.desktop.shownForm()->userClose(); });
-            } else if (!row.refusal.empty()) {
-                expectRefusal(upgrade ? "DownloadUpgrade" : "CheckForFileDownloads", row.refusal);
-            }
-            EXPECT_EQ(check((upgrade ? "<command name='upgrade100' latestversion='7'/>" : "<command/>") +
-                            std::string("<file filename='QuorVantisSetup.exe' ") + row.attributes + "/>"),
-                      row.refusal.empty());
-            EXPECT_EQ(control->bMustRunSetup, row.refusal.empty());
-            const std::string placed =
-                upgrade ? "C:\\QV\\upgrade\\upgrade7\\QuorVantisSetup.exe" : "C:\\QV\\files\\QuorVantisSetup.exe";
-            EXPECT_EQ(control->MustRunSetupName, row.refusal.empty() ? placed : "");
-            EXPECT_EQ(services.files.hasFile(placed), row.refusal.empty());
-            if (services.files.hasFile(placed)) {
-                services.files.removeFile(placed);
-            }
-        }
-    }
-}
-
-TEST_F(FileDownloadsTest, AnUpgradeIsFetchedIntoAFolderOfItsVersion) {
-    const std::string listed = "<command name='upgrade100' latestversion='8'/><command name='firstdownload100' "
-                               "latestversion='7.2'><file filename='a.exe' webname='up/1'/></command>"
-                               "<file filename='..\\b' webname='up/2'/><file filename='c.txt' webname='up/3'/>";
-    services.network.willAnswer(Answer{{"no"}, 404, "Not Found"});
-    services.network.willAnswer(file("cc"));
-    services.desktop.whenShown("frmMsgBox", [this] { services.desktop.shownForm()->userClose(); });
-    EXPECT_TRUE(control->DownloadUpgrade(results(listed), "QV", "C:\\")) << "the last one counts";
-    EXPECT_EQ(contents("C:\\QV\\upgrade\\upgrade7.2\\c.txt"), "cc");
-    EXPECT_FALSE(services.files.hasFile("C:\\QV\\upgrade\\b"));
-    EXPECT_EQ(contents("C:\\QV\\upgrade.xml"), results(listed)->xml() + "\r\n");
-    EXPECT_EQ(services.network.requests.size(), 2U);
-
-    EXPECT_FALSE(control->DownloadUpgrade(results("<command name='upgrade100'/>"), "New", "C:\\QV\\"));
-    EXPECT_TRUE(services.files.folderExists("C:\\QV\\New\\upgrade\\upgrade"));
-    EXPECT_TRUE(services.files.hasFile("C:\\QV\\New\\upgrade.xml"));
-    EXPECT_FALSE(control->DownloadUpgrade(
-        results("<command name='upgrade100' latestversion='..\\..'/><file filename='a'/>"), "New", "C:\\QV\\"));
-    EXPECT_FALSE(control->DownloadUpgrade(results("<file filename='a'/>"), "Other", "C:\\QV\\"));
-    EXPECT_TRUE(services.files.folderExists("C:\\QV\\Other\\upgrade"));
-    EXPECT_FALSE(services.files.hasFile("C:\\QV\\Other\\upgrade.xml"));
-
-    services.files.denyCreation("C:\\QV");
-    EXPECT_THROW((void)control->DownloadUpgrade(results("<file filename='a'/>"), "Third", "C:\\QV\\"),
-                 base::RuntimeError);
-    EXPECT_THROW((void)control->DownloadUpgrade(nullptr, "QV", "C:\\"), base::RuntimeError);
-}
-
-TEST_F(FileDownloadsTest, SetUpStartsWhenTheHostKnowsOfIt) {
-    const std::string text = "A. You need to upgrade QuorVantis: \r\n  1) Press OK to start the upgrade.\r\n"
-                             "  2) When the upgrade is complete QuorVantis will re-start.";
-    const auto runSetup = [&]() -> std::int32_t {
-        services.desktop.whenAsked(text);
-        try {
-            control->RunSetup();
-            return 0;
-        } catch (const base::RuntimeError& e) {
-            return e.number();
-        }
-    };
-    EXPECT_EQ(runSetup(), 0) << "there is none";
-    services.files.addFile("C:\\quorvantissetup.exe", "MZ");
-    EXPECT_EQ(runSetup(), base::error::kNoSuchMember);
-    host->addProperty("gBusyWithUpgrade", false);
-    option("RequireSignedSetup", "True");
-    EXPECT_EQ(runSetup(), base::error::kPermissionDenied);
-    EXPECT_EQ(host->get("gBusyWithUpgrade"), base::Variant(false));
-    EXPECT_EQ(services.programs.started, Rows{});
-
-    services.programs.add("C:\\\\QuorVantisSetup.exe", {std::nullopt, FakePrograms::trusted("Our Shop")});
-    EXPECT_EQ(runSetup(), 0);
-    EXPECT_EQ(host->get("gBusyWithUpgrade"), base::Variant(true));
-    option("RequireSignedSetup", "False");
-    services.files.addFile("C:\\QV\\Setup.exe", "MZ");
-    control->MustRunSetupName = "C:\\QV\\Setup.exe";
-    EXPECT_EQ(runSetup(), 0);
-    EXPECT_EQ(services.programs.started, (Rows{"C:\\\\QuorVantisSetup.exe", "C:\\QV\\Setup.exe"}));
-    EXPECT_EQ(services.programs.held, Rows{});
-}
-
-TEST_F(FileDownloadsTest, ARunFetchesFilesAndEndsWithTheSetUp) {
-    host->addProperty("gBusyWithUpgrade", false);
-    load("<commands><command name='getnews' checked='yes' show='yes' forcedownload='true'/></commands>");
-    control->bLoginNotRequired = true;
-    services.files.addFile("C:\\QV\\files\\QuorVantisSetup.exe", "old");
-    services.programs.add("C:\\QV\\files\\QuorVantisSetup.exe", {base::toFileVersion("7")});
-    services.network.willAnswer("<results><file filename='QuorVantisSetup.exe' version=''/></results>");
-    services.network.willAnswer(file("MZ"));
-    services.desktop.whenAsked("A. You need to upgrade QuorVantis: \r\n  1) Press OK to start the upgrade.\r\n"
-                               "  2) When the upgrade is complete QuorVantis will re-start.");
-    control->cmdOK.userClick();
-    EXPECT_EQ(services.programs.started, (Rows{"C:\\QV\\files\\QuorVantisSetup.exe"}));
-    EXPECT_EQ(control->lvCommands.cell(0, 3), "Done");
-    EXPECT_FALSE(control->bMustRunSetup);
 }
 
 TEST_F(FileDownloadsTest, AHostThatAsksInTheMiddleOfAnExchangeIsTurnedAway) {

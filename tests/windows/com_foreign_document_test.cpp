@@ -1,4 +1,5 @@
 // Documents that hosts hand over: the platform's own, ours, and objects that only look like documents.
+#include "base/error_number.h"
 #include "base/runtime_error.h"
 #include "fakes/fake_file_system.h"
 #include "windows/com/adopt.h"
@@ -22,17 +23,6 @@ using Microsoft::WRL::ComPtr;
 using windows::com::DispatchObject;
 using windows::com::ForeignDocument;
 using windows::com::fromHost;
-
-// 0 when nothing was raised.
-template <typename Body>
-std::int32_t raised(Body&& body) {
-    try {
-        body();
-        return 0;
-    } catch (const base::RuntimeError& error) {
-        return error.number();
-    }
-}
 
 // The platform's document.
 class PlatformDocument : public testing::Test {
@@ -65,7 +55,7 @@ TEST_F(PlatformDocument, IsCopiedAndWhatIsSetOnTheCopyCanBeSetOnIt) {
     original->removeRootAttribute("profile");
     original->removeRootAttribute("profile");
     EXPECT_EQ(content().find("profile"), std::string::npos);
-    EXPECT_EQ(raised([&] { original->setCommandAttribute(2, "a", "b"); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([&] { original->setCommandAttribute(2, "a", "b"); }), base::error::kObjectNotSet);
 }
 
 TEST_F(PlatformDocument, TakesResultsWhole) {
@@ -82,9 +72,9 @@ TEST_F(PlatformDocument, WithoutContentIsAnEmptyDocument) {
     const auto [copy, original] = fromHost(dispatch.Get());
     ASSERT_TRUE(original);
     EXPECT_FALSE(copy->documentElement());
-    EXPECT_EQ(raised([&] { original->setRootAttribute("a", "b"); }), base::error::kObjectNotSet);
-    EXPECT_EQ(raised([&] { original->removeRootAttribute("a"); }), base::error::kObjectNotSet);
-    EXPECT_EQ(raised([&] { original->setCommandAttribute(0, "a", "b"); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([&] { original->setRootAttribute("a", "b"); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([&] { original->removeRootAttribute("a"); }), base::error::kObjectNotSet);
+    EXPECT_EQ(base::errorNumber([&] { original->setCommandAttribute(0, "a", "b"); }), base::error::kObjectNotSet);
 }
 
 TEST(HostDocument, OursIsRecognisedAndNotCopied) {
@@ -138,8 +128,8 @@ TEST(HostDocument, AScriptsObjectWillDoIfItHasTheMembers) {
             .Get());
     ASSERT_TRUE(original);
     EXPECT_EQ(copy->xml(), "<c><command/></c>");
-    EXPECT_EQ(raised([&] { original->setRootAttribute("a", "1"); }), 0);
-    EXPECT_EQ(raised([&] { original->setCommandAttribute(0, "b", "2"); }), 0);
+    EXPECT_EQ(base::errorNumber([&] { original->setRootAttribute("a", "1"); }), 0);
+    EXPECT_EQ(base::errorNumber([&] { original->setCommandAttribute(0, "b", "2"); }), 0);
 }
 
 TEST(HostDocument, WhatOnlyLooksLikeADocumentRaisesWhatIsWrongWithIt) {
@@ -161,18 +151,19 @@ TEST(HostDocument, WhatOnlyLooksLikeADocumentRaisesWhatIsWrongWithIt) {
         const auto fake = std::make_shared<fakes::FakeLateBound>();
         fake->addProperty("xml", row.xml);
         fake->failOn("xml", row.failure);
-        EXPECT_EQ(raised([&] { static_cast<void>(ForeignDocument(fake).read()); }), row.expected) << row.name;
+        EXPECT_EQ(base::errorNumber([&] { static_cast<void>(ForeignDocument(fake).read()); }), row.expected)
+            << row.name;
     }
     const auto fake = std::make_shared<fakes::FakeLateBound>();
     ForeignDocument document(fake);
     xml::XmlDocument content;
     ASSERT_TRUE(content.loadXml("<r/>"));
-    EXPECT_EQ(raised([&] { static_cast<void>(document.read()); }), base::error::kNoSuchMember);
-    EXPECT_EQ(raised([&] { document.setRootAttribute("a", "b"); }), base::error::kNoSuchMember);
+    EXPECT_EQ(base::errorNumber([&] { static_cast<void>(document.read()); }), base::error::kNoSuchMember);
+    EXPECT_EQ(base::errorNumber([&] { document.setRootAttribute("a", "b"); }), base::error::kNoSuchMember);
     fake->addProperty("documentElement", std::string("r"));
-    EXPECT_EQ(raised([&] { document.setRootAttribute("a", "b"); }), base::error::kTypeMismatch);
+    EXPECT_EQ(base::errorNumber([&] { document.setRootAttribute("a", "b"); }), base::error::kTypeMismatch);
     fake->addMethod("loadXML", [](const std::vector<Variant>&) { return Variant(false); });
-    EXPECT_EQ(raised([&] { document.write(content); }), base::error::kUnspecified);
+    EXPECT_EQ(base::errorNumber([&] { document.write(content); }), base::error::kUnspecified);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "windows/com_support.h"
 #include "windows/host_object.h"
 
+#include "base/error_number.h"
 namespace com_test {
 namespace {
 
@@ -120,12 +121,7 @@ TEST(VariantConversion, ReferencesAreFollowed) {
 
 TEST(VariantConversion, WhatTheCoreHasNoTypeForIsATypeMismatch) {
     const auto errorOf = [](VARTYPE type, auto fill) {
-        try {
-            static_cast<void>(converted(type, fill));
-        } catch (const base::RuntimeError& error) {
-            return error.number();
-        }
-        return 0;
+        return base::errorNumber([&] { static_cast<void>(converted(type, fill)); });
     };
     EXPECT_EQ(errorOf(VT_ARRAY | VT_I4, [](VARIANT& v) { V_ARRAY(&v) = SafeArrayCreateVector(VT_I4, 0, 1); }), 13);
     EXPECT_EQ(errorOf(VT_ERROR, [](VARIANT& v) { V_ERROR(&v) = E_FAIL; }), 13);

@@ -1,6 +1,7 @@
 // The image manager on the real desktop, over files and settings in memory.
 #pragma once
 
+#include "base/error_number.h"
 #include "base/runtime_error.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_code_page.h"
@@ -35,12 +36,7 @@ protected:
 
     // The number of the error that showing the form ends with; 0 when it ends without.
     std::int32_t errorOfShowing() {
-        try {
-            form.showModal();
-            return 0;
-        } catch (const base::RuntimeError& e) {
-            return e.number();
-        }
+        return base::errorNumber([&] { form.showModal(); });
     }
 
     fakes::FakeFileSystem files;

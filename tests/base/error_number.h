@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <utility>
 
-namespace contracts {
+namespace base {
 
 // 0 when the step raises nothing.
 template <typename Step>
@@ -14,9 +14,9 @@ std::int32_t errorNumber(Step&& step) {
     try {
         std::forward<Step>(step)();
         return 0;
-    } catch (const base::RuntimeError& e) {
+    } catch (const RuntimeError& e) {
         return e.number();
     }
 }
 
-} // namespace contracts
+} // namespace base
