@@ -1,15 +1,6 @@
 // The image manager as its user sees it: clicks, keys and dialogs in, files and settings out.
-#include "images/frmQVI_Images.h"
-
 #include "base/runtime_error.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_code_page.h"
-#include "fakes/fake_desktop.h"
-#include "fakes/fake_file_system.h"
-#include "fakes/fake_picture_decoder.h"
-#include "fakes/fake_settings.h"
-
-#include <gtest/gtest.h>
+#include "images/image_manager_fixture.h"
 
 #include <string>
 #include <string_view>
@@ -23,12 +14,9 @@ constexpr std::string_view kTwoLinks =
     R"(<images><p f1="ABC" f2="a.jpg" f3="created"/><p f1="X" f2="x.jpg" f3="created"/>)"
     R"(<p f1="ABC" f2="gone.jpg" f3="deleted"/><p f1="ABC" f2="b.jpg" f3="created"/></images>)";
 
-class frmQVI_ImagesTest : public testing::Test {
+class frmQVI_ImagesTest : public images::ImageManagerFixture {
 protected:
     frmQVI_ImagesTest() {
-        form.gQuorVantisPath = "C:\\QV\\";
-        form.ProductCode = "ABC";
-        files.addFolder("C:\\QV");
         files.addFolder("C:\\QV\\images");
         files.addFolder("C:\\QV\\rtf");
     }
@@ -36,25 +24,6 @@ protected:
     void givenImages(std::string_view xml) { files.addFile("C:\\QV\\images.xml", xml); }
     std::string images() { return files.readFile("C:\\QV\\images.xml"); }
     std::string specifications() { return files.readFile("C:\\QV\\rtf.xml"); }
-    std::string imageModify() { return settings.get("QuorVantis", "Main", "ImageModify"); }
-
-    // Shows the form, lets the user act, then closes it if the user has not.
-    void show(const std::function<void()>& user) {
-        desktop.whenShown("frmQVI_Images", [&] {
-            user();
-            form.userKey(ui::key::kEscape);
-        });
-        form.load();
-        form.showModal();
-    }
-
-    fakes::FakeDesktop desktop;
-    fakes::FakeFileSystem files;
-    fakes::FakeSettings settings;
-    fakes::FakeClock clock;
-    fakes::FakePictureDecoder pictures;
-    fakes::FakeCodePage ansi;
-    images::frmQVI_Images form{{desktop, files, settings, clock, pictures, ansi}};
 };
 
 TEST_F(frmQVI_ImagesTest, ListsTheProductsLinksInDocumentOrderWithoutDeletedOnes) {

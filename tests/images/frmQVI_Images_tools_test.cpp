@@ -1,16 +1,7 @@
 // The image manager's whole-list tools from the click to the file: messages, what is saved, stopping.
 #include "base/runtime_error.h"
-#include "fakes/fake_clock.h"
-#include "fakes/fake_code_page.h"
-#include "fakes/fake_desktop.h"
-#include "fakes/fake_file_system.h"
-#include "fakes/fake_picture_decoder.h"
-#include "fakes/fake_settings.h"
-#include "images/frmQVI_Images.h"
+#include "images/image_manager_fixture.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -26,21 +17,8 @@ constexpr std::string_view kCleanUpQuestion =
     "This routine will clean all uneccesary links including images that have been linked more than once to the same "
     "image.\r\nArou you sure you want to continue...";
 
-class WholeListToolsTest : public testing::Test {
+class WholeListToolsTest : public images::ImageManagerFixture {
 protected:
-    WholeListToolsTest() {
-        form.gQuorVantisPath = "C:\\QV\\";
-        form.ProductCode = "ABC";
-        files.addFolder("C:\\QV");
-    }
-    void show(const std::function<void()>& user) {
-        desktop.whenShown("frmQVI_Images", [&] {
-            user();
-            form.userKey(ui::key::kEscape);
-        });
-        form.load();
-        form.showModal();
-    }
     // The user goes along with auto-link's boxes and its folder picker.
     void autoLink(std::string_view closing) {
         desktop.whenAsked(kAutoLinkIntro);
@@ -55,15 +33,6 @@ protected:
         browse.userFocus(*browse.find("OKButton"));
         browse.userKey(ok ? ui::key::kReturn : ui::key::kEscape);
     }
-    std::string imageModify() { return settings.get("QuorVantis", "Main", "ImageModify"); }
-
-    fakes::FakeDesktop desktop;
-    fakes::FakeFileSystem files;
-    fakes::FakeSettings settings;
-    fakes::FakeClock clock;
-    fakes::FakePictureDecoder pictures;
-    fakes::FakeCodePage ansi;
-    images::frmQVI_Images form{{desktop, files, settings, clock, pictures, ansi}};
 };
 
 TEST_F(WholeListToolsTest, AutoLinkSavesAndMarksAndSaysHowMany) {
