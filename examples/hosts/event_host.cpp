@@ -3,12 +3,16 @@
 //   event_host.exe
 //
 // Ends with the line END and exit code 0, or with the step that failed and exit code 1.
+#include "late_bound.h"
+
+#include <cstdio>
+
 #include <windows.h>
 
 #include <ocidl.h>
 #include <oleauto.h>
 
-#include <cstdio>
+using namespace late_bound;
 
 namespace {
 
@@ -56,48 +60,6 @@ public:
 private:
     IID m_events;
 };
-
-// Releases an interface, frees a value.
-template <typename T>
-struct Held {
-    T* value = nullptr;
-    ~Held() {
-        if (value != nullptr) {
-            value->Release();
-        }
-    }
-    void** out() { return reinterpret_cast<void**>(&value); }
-    T* operator->() const { return value; }
-};
-
-HRESULT invoke(IDispatch* object, const wchar_t* member, WORD flags, VARIANT* argument, VARIANT* result) {
-    LPOLESTR name = const_cast<LPOLESTR>(member);
-    DISPID id = 0;
-    const HRESULT found = object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
-    if (FAILED(found)) {
-        return found;
-    }
-    DISPID putId = DISPID_PROPERTYPUT;
-    const bool isPut = (flags & DISPATCH_PROPERTYPUT) != 0;
-    DISPPARAMS arguments{argument, isPut ? &putId : nullptr, argument != nullptr ? 1U : 0U, isPut ? 1U : 0U};
-    return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, result, nullptr, nullptr);
-}
-
-HRESULT putText(IDispatch* object, const wchar_t* property, const wchar_t* text) {
-    VARIANT value;
-    V_VT(&value) = VT_BSTR;
-    V_BSTR(&value) = SysAllocString(text);
-    const HRESULT result = invoke(object, property, DISPATCH_PROPERTYPUT, &value, nullptr);
-    VariantClear(&value);
-    return result;
-}
-
-bool done(const char* step, HRESULT result) {
-    if (FAILED(result)) {
-        std::printf("%s failed: %08lX\n", step, static_cast<unsigned long>(result));
-    }
-    return SUCCEEDED(result);
-}
 
 // The control's window would be served here; this host has none and only lets waiting messages through.
 void pump() {

@@ -203,11 +203,15 @@ void ucSendReceive::fire(const std::function<void(Events&)>& event) {
     }
 }
 
-void ucSendReceive::cmdCancel_Click() {
+void ucSendReceive::stop() noexcept {
     gCancelled = true;
     if (m_https) {
         m_https->cancel();
     }
+}
+
+void ucSendReceive::cmdCancel_Click() {
+    stop();
     reportErrors("cmdCancel_Click", [&] { fire([](Events& listener) { listener.Cancelled(); }); });
 }
 

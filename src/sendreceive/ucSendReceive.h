@@ -133,6 +133,7 @@ public:
     void setUpLater(const std::string& program);
 
     [[nodiscard]] ui::Button* defaultButton() noexcept override { return &cmdOK; }
+    void stop() noexcept override;
 
     ui::ListView lvCommands;
     ui::CheckBox cAlternate{*this, "cAlternate"};

@@ -19,6 +19,11 @@ public:
     // What Return presses while no other button has the focus; null: none.
     [[nodiscard]] virtual Button* defaultButton() noexcept { return nullptr; }
 
+    // What shows it closes: whatever it is doing ends soon, as if cancelled, and nobody is told.
+    virtual void stop() noexcept {}
+
+    // A person's Return on one of the controls: presses that button, else the default button.
+    void userReturn(Control& focused);
     // A person's key, before the focused control sees it. Returns what is left of it: 0 when the control took it.
     char16_t userKey(char16_t key) {
         UserControl_KeyPress(key);

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] static App& instance();
 
     [[nodiscard]] entry::Environment& environment() noexcept { return m_environment; }
+    [[nodiscard]] WindowsDesktop& desktop() noexcept { return m_desktop; }
 
 private:
     App() = default;

@@ -139,6 +139,7 @@ TEST_F(Registration, WritesWhatTheSystemNeedsAndTakesAllOfItAway) {
     ASSERT_EQ(dll.registerServer(), S_OK);
     const Snapshot added = machineAdded();
     const std::wstring link = L"\\CLSID\\{163D87C8-36B0-481C-873F-8AEDC4846B6A}";
+    const std::wstring control = L"\\CLSID\\{09989595-8470-4B41-9273-E1F56ACD064B}";
     const std::wstring library = L"\\TypeLib\\{DC824E71-183A-45B1-9128-FD5880046AC7}\\1.0";
     const std::wstring expected[] = {
         L"\\QuorvantisImage.clsQVI_Link\\CLSID :  = {163D87C8-36B0-481C-873F-8AEDC4846B6A}",
@@ -150,6 +151,10 @@ TEST_F(Registration, WritesWhatTheSystemNeedsAndTakesAllOfItAway) {
         link + L"\\TypeLib :  = {DC824E71-183A-45B1-9128-FD5880046AC7}",
         link + L"\\Version :  = 1.0",
         link + L"\\Programmable",
+        control + L"\\Control",
+        control + L"\\MiscStatus :  = 0",
+        control + L"\\MiscStatus\\1 :  = 131473", // what IOleObject::GetMiscStatus says too
+        control + L"\\Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}",
         library + L"\\409\\win32 :  = " + dllPath(),
         L"\\Interface\\{1A80D469-410C-48CE-B824-C112BF629BB6} :  = _clsQVI_Link",
     };

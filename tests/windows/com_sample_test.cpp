@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+
+#include <commctrl.h>
+
 namespace com_test {
 namespace {
 
@@ -117,6 +121,38 @@ TEST_F(SampleHost, AScriptListsAndExtractsACabinet) {
     const HostRun missing = runScriptHost(L"hosts\\list_cabinet.vbs", L"Z:\\no.cab");
     EXPECT_EQ(missing.exitCode, 1U);
     EXPECT_EQ(missing.output, "GetXML failed: The system cannot find the file specified. (error 2, CabFile)\n");
+}
+
+BOOL CALLBACK findList(HWND child, LPARAM result) {
+    wchar_t name[50];
+    GetClassNameW(child, name, 50);
+    if (std::wstring_view(name) != WC_LISTVIEWW) {
+        return TRUE;
+    }
+    *reinterpret_cast<HWND*>(result) = child;
+    return FALSE;
+}
+
+HWND listInside(HWND window) {
+    HWND found = nullptr;
+    EnumChildWindows(window, findList, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+TEST_F(SampleHost, ACompiledHostShowsTheControlInTheSystemsContainer) {
+    RECT list{};
+    const HostRun run = runProgram(besideThisProgram(L"window_host.exe"), [&] {
+        refuseBoxes();
+        const HWND window = visibleWindow(L"WindowHost");
+        const HWND commands = listInside(window);
+        if (SendMessageW(commands, LVM_GETITEMCOUNT, 0, 0) == 2 && IsWindowVisible(commands)) {
+            GetWindowRect(commands, &list);
+            PostMessageW(window, WM_CLOSE, 0, 0);
+        }
+    });
+    EXPECT_EQ(run.exitCode, 0U);
+    EXPECT_EQ(run.output, "END\n");
+    EXPECT_GT(list.right - list.left, 600) << "as wide as its window";
 }
 
 TEST(SampleHostWithout, ArgumentsOrRegistrationItExplainsWhatIsMissing) {

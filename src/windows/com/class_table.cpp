@@ -31,7 +31,7 @@ std::span<const CreatableClass> creatableClasses() noexcept {
         {__uuidof(::clsQVI_Globals), L"QuorvantisImage.clsQVI_Globals", L"QuorvantisImage.clsQVI_Globals",
          createObject<GlobalsObject>},
         {__uuidof(::ucSendReceive), L"QuorvantisImage.ucSendReceive", L"QuorvantisImage.ucSendReceive",
-         createObject<SendReceiveObject>},
+         createObject<SendReceiveObject>, ControlEmbedding::kMiscStatus},
         {__uuidof(::clsCABFile), L"QuorvantisImage.clsCABFile", L"QuorvantisImage.clsCABFile",
          createObject<CabFileObject>},
     };

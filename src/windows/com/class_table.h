@@ -5,6 +5,7 @@
 
 #include <unknwn.h>
 
+#include <optional>
 #include <span>
 
 namespace windows::com {
@@ -15,6 +16,8 @@ struct CreatableClass {
     const wchar_t* description;
     // A new object with one reference, seen as `iid`.
     HRESULT (*create)(REFIID iid, void** object) noexcept;
+    // What containers must know of a control (OLEMISC values); none: it is no control.
+    std::optional<DWORD> miscStatus = std::nullopt;
 };
 
 [[nodiscard]] std::span<const CreatableClass> creatableClasses() noexcept;

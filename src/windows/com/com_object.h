@@ -35,6 +35,7 @@ public:
     ULONG STDMETHODCALLTYPE Release() noexcept override {
         const ULONG left = --m_references;
         if (left == 0) {
+            m_references = kGoing;
             delete this;
         }
         return left;
@@ -55,6 +56,9 @@ protected:
     }
 
 private:
+    // Others may hold and release the object in passing while it says goodbye to them.
+    static constexpr ULONG kGoing = 0x40000000;
+
     ModuleUse m_moduleUse;
     std::atomic<ULONG> m_references = 1;
 };

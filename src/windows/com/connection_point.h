@@ -34,6 +34,10 @@ public:
     [[nodiscard]] std::vector<Connection> connections() const { return m_connections; }
     [[nodiscard]] bool has(DWORD cookie) const noexcept;
 
+    // While it is frozen, no sink hears anything: what happens then is not told later. Freezing counts.
+    void freeze(bool frozen) noexcept { m_frozen += frozen ? 1 : m_frozen > 0 ? -1 : 0; }
+    [[nodiscard]] bool frozen() const noexcept { return m_frozen != 0; }
+
     // The control goes: lets go of every sink and takes no more.
     void close() noexcept;
 
@@ -42,6 +46,7 @@ private:
     IConnectionPointContainer* m_container; // null once it has gone
     std::vector<Connection> m_connections;
     DWORD m_lastCookie = 0;
+    int m_frozen = 0;
 };
 
 } // namespace windows::com

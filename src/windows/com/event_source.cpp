@@ -51,6 +51,9 @@ std::string EventArgument::text() const {
 }
 
 void EventSource::fire(DISPID event, std::span<VARIANT> arguments) {
+    if (m_connections.frozen()) {
+        return;
+    }
     const ComPtr<IUnknown> held(&m_owner); // a sink may let go of it
     for (const ConnectionPoint::Connection& connection : m_connections.connections()) {
         if (m_connections.has(connection.cookie)) {

@@ -68,6 +68,8 @@ protected:
     // For the class's events; it lives no longer than this object.
     [[nodiscard]] EventSource eventSource() noexcept { return {static_cast<Dual&>(*this), *m_connections.Get()}; }
 
+    [[nodiscard]] ConnectionPoint& connectionPoint() const noexcept { return *m_connections.Get(); }
+
     // A class that holds objects of hosts does this before it lets go of them: their end must not find the way back to
     // an object that is going.
     void closeConnections() noexcept { m_connections->close(); }

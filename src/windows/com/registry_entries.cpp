@@ -76,6 +76,9 @@ InterfaceFacts factsOf(ITypeInfo& info) {
     return {textOf(attributes->guid), toWide(name), isDual ? kDualMarshaller : kDispatchMarshaller};
 }
 
+// The category of controls: how containers find what they can insert.
+constexpr wchar_t kControls[] = L"{40FC6ED4-2438-11CF-A3DB-080036F12502}";
+
 std::wstring folderOf(const std::wstring& path) {
     return path.substr(0, path.find_last_of(L'\\'));
 }
@@ -96,6 +99,12 @@ void addClass(RegistryEntries& all, const CreatableClass& c, const std::wstring&
     add(classKey + L"\\TypeLib", nullptr, library.id);
     add(classKey + L"\\Version", nullptr, library.version);
     add(classKey + L"\\Programmable", nullptr, L"");
+    if (c.miscStatus) {
+        add(classKey + L"\\Control", nullptr, L"");
+        add(classKey + L"\\MiscStatus", nullptr, L"0");
+        add(classKey + L"\\MiscStatus\\1", nullptr, std::to_wstring(*c.miscStatus)); // 1: the content aspect
+        add(classKey + L"\\Implemented Categories\\" + kControls, nullptr, L"");
+    }
     all.ownedKeys.push_back(progId);
     all.ownedKeys.push_back(classKey);
 }

@@ -38,6 +38,18 @@ void giveLastDate(const HostDocument& sent) {
     }
 }
 
+// For a window of the control, in which a routine may run on when the automation object has gone.
+std::shared_ptr<ui::UserControl> keepingTheModule(std::shared_ptr<sendreceive::ucSendReceive> control) {
+    struct Kept {
+        ModuleUse module;
+        std::shared_ptr<sendreceive::ucSendReceive> control;
+    };
+    ui::UserControl* const shown = control.get();
+    const auto kept = std::make_shared<Kept>();
+    kept->control = std::move(control);
+    return {kept, shown};
+}
+
 void replace(BSTR& text, const std::string& utf8) {
     BSTR const fresh = newBstr(utf8);
     SysFreeString(std::exchange(text, fresh));
@@ -45,12 +57,15 @@ void replace(BSTR& text, const std::string& utf8) {
 
 } // namespace
 
-SendReceiveObject::SendReceiveObject() : SendReceiveObject(entry::sendReceiveServices(App::instance().environment())) {}
+SendReceiveObject::SendReceiveObject()
+    : SendReceiveObject(entry::sendReceiveServices(App::instance().environment()), App::instance().desktop()) {}
 
-SendReceiveObject::SendReceiveObject(const sendreceive::Services& services)
+SendReceiveObject::SendReceiveObject(const sendreceive::Services& services, WindowsDesktop& desktop)
     : m_fileSystem(services.fileSystem),
       m_control(sendreceive::ucSendReceive::create(services)),
-      m_events(eventSource(), m_fileSystem) {
+      m_events(eventSource(), m_fileSystem),
+      m_embedding(static_cast<::_ucSendReceive&>(*this), __uuidof(::ucSendReceive), keepingTheModule(m_control),
+                  connectionPoint(), desktop) {
     // A host without an XML library of its own fills this one.
     const auto empty = std::make_shared<xml::XmlDocument>();
     m_domCommands = makeXmlDocument(empty, m_fileSystem);
@@ -59,6 +74,7 @@ SendReceiveObject::SendReceiveObject(const sendreceive::Services& services)
 }
 
 SendReceiveObject::~SendReceiveObject() {
+    m_embedding.end();
     m_control->unadvise(m_events);
     closeConnections();
 }
@@ -191,6 +207,11 @@ HRESULT SendReceiveObject::SetHTTPSettings() noexcept {
 
 HRESULT SendReceiveObject::WriteSingleLog(BSTR text, VARIANT_BOOL restart) noexcept {
     return run([&] { m_control->WriteSingleLog(fromBstr(text), toBool(restart)); });
+}
+
+void* SendReceiveObject::find(REFIID iid) noexcept {
+    void* const found = EventSourceObject::find(iid);
+    return found != nullptr ? found : m_embedding.find(iid);
 }
 
 } // namespace windows::com

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "sendreceive/ucSendReceive.h"
+#include "windows/app.h"
+#include "windows/com/control_embedding.h"
 #include "windows/com/event_source_object.h"
 #include "windows/com/quorvantisimage.h"
 #include "windows/com/ucSendReceive_events.h"
@@ -13,7 +15,9 @@ namespace windows::com {
 class SendReceiveObject final : public EventSourceObject<::_ucSendReceive, ::ucSendReceive, ::__ucSendReceive> {
 public:
     SendReceiveObject();
-    explicit SendReceiveObject(const sendreceive::Services& services);
+    // `desktop` is for the control's windows: that of the services, unless those are for tests without any.
+    explicit SendReceiveObject(const sendreceive::Services& services,
+                               WindowsDesktop& desktop = App::instance().desktop());
 
     HRESULT STDMETHODCALLTYPE get_domCommands(IDispatch** value) noexcept override;
     HRESULT STDMETHODCALLTYPE put_domCommands(IDispatch* value) noexcept override;
@@ -76,6 +80,9 @@ public:
     // For a window that shows the control, and for tests.
     [[nodiscard]] sendreceive::ucSendReceive& control() const noexcept { return *m_control; }
 
+protected:
+    [[nodiscard]] void* find(REFIID iid) noexcept override;
+
 private:
     ~SendReceiveObject() override;
 
@@ -86,6 +93,7 @@ private:
     std::shared_ptr<sendreceive::ucSendReceive> m_control;
     Microsoft::WRL::ComPtr<IDispatch> m_domCommands; // the very object that the host gave
     SendReceiveEvents m_events;
+    ControlEmbedding m_embedding;
 };
 
 } // namespace windows::com

@@ -147,6 +147,18 @@ void CALLBACK ContainerView::goOn(HWND dialog, UINT /*message*/, UINT_PTR self, 
     }
 }
 
+INT_PTR ContainerView::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_COMMAND: command(reinterpret_cast<HWND>(lParam), HIWORD(wParam)); return TRUE;
+    case WM_NOTIFY: notify(*reinterpret_cast<NMHDR*>(lParam)); return TRUE;
+    case WM_DRAWITEM: draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORLISTBOX: return prepareColors(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam));
+    default: return FALSE;
+    }
+}
+
 void ContainerView::command(HWND window, WORD notification) {
     if (ControlPeer* const peer = peerOf(window)) {
         peer->command(notification);
@@ -163,6 +175,11 @@ void ContainerView::draw(const DRAWITEMSTRUCT& item) {
     if (ControlPeer* const peer = peerOf(item.hwndItem)) {
         peer->draw(item);
     }
+}
+
+INT_PTR ContainerView::prepareColors(HWND window, HDC device) const {
+    ControlPeer* const peer = peerOf(window);
+    return peer == nullptr ? FALSE : reinterpret_cast<INT_PTR>(peer->prepareColors(device));
 }
 
 int ContainerView::missingHeight() const {

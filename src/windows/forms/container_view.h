@@ -35,10 +35,9 @@ public:
     void moveFocus(const ui::Control& control) noexcept;
     void flush();
 
-    // What a person did. The handlers it runs may raise.
-    void command(HWND window, WORD notification);
-    void notify(NMHDR& header);
-    void draw(const DRAWITEMSTRUCT& item);
+    // What the controls' windows tell their dialog: what a person did (the handlers it runs may raise), and what is to
+    // be painted. The result of the dialog's procedure; FALSE for other messages.
+    INT_PTR handle(UINT message, WPARAM wParam, LPARAM lParam);
 
     // How much higher the dialog must be, for texts that must be seen in full.
     [[nodiscard]] int missingHeight() const;
@@ -55,6 +54,10 @@ private:
 
     void bind(const ui::Container& container, std::string_view name);
     void refuseUnboundWindows(std::string_view name) const;
+    void command(HWND window, WORD notification);
+    void notify(NMHDR& header);
+    void draw(const DRAWITEMSTRUCT& item);
+    [[nodiscard]] INT_PTR prepareColors(HWND window, HDC device) const;
     [[nodiscard]] Entry* entryOf(const ui::Control& control) noexcept;
     void goOnLater() noexcept;
     static void CALLBACK goOn(HWND dialog, UINT message, UINT_PTR self, DWORD time) noexcept;

@@ -163,8 +163,8 @@ bool FormWindow::previewKeyDown(const MSG& message) noexcept {
     return key == ui::key::kReturn && pressInside(message.hwnd);
 }
 
-// Return within a user control: presses the button that has the focus, else the control's default button. The dialog
-// manager knows only the form's own buttons. False when the focus is on none of a user control's controls.
+// Return within a user control, where the dialog manager knows no buttons. False when the focus is on none of a user
+// control's controls.
 bool FormWindow::pressInside(HWND focus) noexcept {
     for (ui::Control* const control : m_form.controls()) {
         auto* const site = dynamic_cast<ui::UserControlSite*>(control);
@@ -172,13 +172,7 @@ bool FormWindow::pressInside(HWND focus) noexcept {
         if (site == nullptr || focused == nullptr || &focused->owner() != &site->content()) {
             continue;
         }
-        auto* button = dynamic_cast<ui::Button*>(focused);
-        if (button == nullptr) {
-            button = site->content().defaultButton();
-        }
-        if (button != nullptr) {
-            guarded([&] { button->userClick(); });
-        }
+        guarded([&] { site->content().userReturn(*focused); });
         return true;
     }
     return false;
@@ -271,28 +265,12 @@ INT_PTR CALLBACK FormWindow::dialogProc(HWND window, UINT message, WPARAM wParam
 INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_COMMAND:
-        if (m_form.shown()) {
-            m_view->command(reinterpret_cast<HWND>(lParam), HIWORD(wParam));
-        }
-        return TRUE;
+    case WM_NOTIFY: return m_form.shown() ? m_view->handle(message, wParam, lParam) : TRUE;
     case WM_CLOSE:
         if (m_form.shown()) {
             m_form.userClose();
         }
         return TRUE;
-    case WM_NOTIFY:
-        if (m_form.shown()) {
-            m_view->notify(*reinterpret_cast<NMHDR*>(lParam));
-        }
-        return TRUE;
-    case WM_CTLCOLOREDIT:
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORLISTBOX:
-        if (ControlPeer* const peer = m_view->peerOf(reinterpret_cast<HWND>(lParam))) {
-            return reinterpret_cast<INT_PTR>(peer->prepareColors(reinterpret_cast<HDC>(wParam)));
-        }
-        return FALSE;
-    case WM_DRAWITEM: m_view->draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
     case WM_SIZE:
         if (wParam != SIZE_MINIMIZED) {
             m_view->resized();
@@ -300,7 +278,7 @@ INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return TRUE;
     case WM_GETMINMAXINFO: limitSize(*reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
     case kDpiChanged: resolutionChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); return TRUE;
-    default: return FALSE;
+    default: return m_view->handle(message, wParam, lParam);
     }
 }
 

@@ -1,10 +1,6 @@
 #include "windows/forms/user_control_peer.h"
 
-#include "base/runtime_error.h"
-#include "windows/forms/common_controls.h"
-#include "windows/forms/control_ids.h"
-
-#include <string>
+#include "windows/forms/control_dialog.h"
 
 namespace windows {
 namespace {
@@ -13,13 +9,7 @@ namespace {
 HWND replace(HWND placeholder, const ui::UserControl& control, DLGPROC proc) {
     const HWND form = GetParent(placeholder);
     auto* const module = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(form, GWLP_HINSTANCE));
-    const CommonControlsScope styles(module);
-    const HWND child = CreateDialogParamW(module, MAKEINTRESOURCEW(formId(control.name())), form, proc, 0);
-    if (child == nullptr) {
-        throw base::RuntimeError(base::error::kInternalError, "No window for the control " +
-                                                                  std::string(control.name()) + ": Windows error " +
-                                                                  std::to_string(GetLastError()));
-    }
+    const HWND child = makeControlDialog(module, control, form, proc);
     RECT place{};
     GetWindowRect(placeholder, &place);
     MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&place), 2);

@@ -3,6 +3,7 @@
 #include "base/runtime_error.h"
 #include "windows/adapters/wide.h"
 #include "windows/forms/common_controls.h"
+#include "windows/forms/control_window.h"
 #include "windows/forms/disabled_windows.h"
 #include "windows/forms/dpi.h"
 #include "windows/forms/file_dialog.h"
@@ -89,8 +90,10 @@ void WindowsDesktop::dispatch(MSG& message) {
     const auto found = std::find_if(m_windows.rbegin(), m_windows.rend(),
                                     [&](const FormWindow* window) { return window->owns(message.hwnd); });
     if (found == m_windows.rend()) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
+        if (!previewEmbedded(message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
         return;
     }
     FormWindow& window = **found; // stays on the stack of windows until its own loop, further out, ends
@@ -99,6 +102,11 @@ void WindowsDesktop::dispatch(MSG& message) {
         DispatchMessageW(&message);
     }
     window.trackFocus();
+}
+
+bool WindowsDesktop::previewEmbedded(MSG& message) {
+    const auto found = std::ranges::find_if(m_embedded, [&](const ControlWindow* w) { return w->owns(message.hwnd); });
+    return found != m_embedded.end() && (*found)->preview(message);
 }
 
 void WindowsDesktop::doEvents() {
@@ -127,6 +135,9 @@ void WindowsDesktop::quit(int exitCode) {
     m_quit = exitCode;
     for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window) {
         (*window)->close();
+    }
+    for (ControlWindow* const window : m_embedded) {
+        window->stop();
     }
     passQuitOn();
 }

@@ -11,6 +11,7 @@
 
 namespace windows {
 
+class ControlWindow;
 class FormWindow;
 
 class WindowsDesktop final : public ui::Desktop {
@@ -27,10 +28,17 @@ public:
     [[nodiscard]] std::string openFile(const ui::OpenFileRequest& request) override;
     void doEvents() override;
 
+    // The window of a user control in a host's window, of this thread. It takes keys from doEvents() too, and its
+    // control stops when the host's loop is told to end. It leaves before it goes.
+    void embed(ControlWindow& window) { m_embedded.push_back(&window); }
+    void release(ControlWindow& window) noexcept { std::erase(m_embedded, &window); }
+
 private:
     void runLoop(const FormWindow& window);
     void dispatch(MSG& message);
-    // The host's loop was told to end: every form closes; the message goes on to the host afterwards.
+    [[nodiscard]] bool previewEmbedded(MSG& message);
+    // The host's loop was told to end: every form closes, every control in a host's window stops; the message goes on
+    // to the host afterwards.
     void quit(int exitCode);
     void passQuitOn();
     void flush();
@@ -39,10 +47,11 @@ private:
 
     HINSTANCE m_module;
     std::vector<FormWindow*> m_windows; // the outermost first
-    std::atomic<int> m_shown{0};        // as many, for other threads to ask
-    std::optional<int> m_quit;          // while forms unwind
-    ULONGLONG m_lastFlush = 0;          // milliseconds
-    ULONGLONG m_lastPump = 0;           // milliseconds; 0: not since the running handler started
+    std::vector<ControlWindow*> m_embedded;
+    std::atomic<int> m_shown{0}; // as many, for other threads to ask
+    std::optional<int> m_quit;   // while forms unwind
+    ULONGLONG m_lastFlush = 0;   // milliseconds
+    ULONGLONG m_lastPump = 0;    // milliseconds; 0: not since the running handler started
 };
 
 } // namespace windows
