@@ -14,23 +14,31 @@
 namespace com_test {
 namespace {
 
-HWND visibleWindow(const wchar_t* windowClass) {
-    HWND window = FindWindowW(windowClass, nullptr);
-    return window != nullptr && IsWindowVisible(window) ? window : nullptr;
+// Of the host that runs; other tests have windows of the same classes.
+HWND visibleWindow(DWORD process, const wchar_t* windowClass) {
+    HWND window = nullptr;
+    while ((window = FindWindowExW(nullptr, window, windowClass, nullptr)) != nullptr) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == process && IsWindowVisible(window)) {
+            return window;
+        }
+    }
+    return nullptr;
 }
 
-// Closes whatever the component shows in another process.
-void closeForms() {
+// Closes whatever the component shows in the host.
+void closeForms(DWORD process) {
     for (const wchar_t* windowClass : {L"QVI_frmQVI_Images", L"QVI_frmQVI_sendreceive", L"#32770"}) {
-        if (HWND window = visibleWindow(windowClass)) {
+        if (HWND window = visibleWindow(process, windowClass)) {
             PostMessageW(window, WM_CLOSE, 0, 0);
         }
     }
 }
 
 // A box means that something went wrong in the control.
-void refuseBoxes() {
-    if (HWND box = visibleWindow(L"#32770")) {
+void refuseBoxes(DWORD process) {
+    if (HWND box = visibleWindow(process, L"#32770")) {
         wchar_t text[300] = L"";
         GetDlgItemTextW(box, 0xFFFF, text, 300);
         ADD_FAILURE() << testing::PrintToString(std::wstring(text));
@@ -141,9 +149,9 @@ HWND listInside(HWND window) {
 
 TEST_F(SampleHost, ACompiledHostShowsTheControlInTheSystemsContainer) {
     RECT list{};
-    const HostRun run = runProgram(besideThisProgram(L"window_host.exe"), [&] {
-        refuseBoxes();
-        const HWND window = visibleWindow(L"WindowHost");
+    const HostRun run = runProgram(besideThisProgram(L"window_host.exe"), [&](DWORD process) {
+        refuseBoxes(process);
+        const HWND window = visibleWindow(process, L"WindowHost");
         const HWND commands = listInside(window);
         if (SendMessageW(commands, LVM_GETITEMCOUNT, 0, 0) == 2 && IsWindowVisible(commands)) {
             GetWindowRect(commands, &list);

@@ -70,7 +70,7 @@ void pumpUntilEnd(std::thread& thread) {
     thread.join();
 }
 
-HostRun runProgram(std::wstring command, const std::function<void()>& meanwhile) {
+HostRun runProgram(std::wstring command, const Meanwhile& meanwhile) {
     HostRun run;
     Handle reading;
     Handle writing;
@@ -97,7 +97,7 @@ HostRun runProgram(std::wstring command, const std::function<void()>& meanwhile)
         if (GetTickCount() - started > 60'000) {
             TerminateProcess(process.hProcess, 99);
         } else if (meanwhile) {
-            meanwhile();
+            meanwhile(process.dwProcessId);
         }
     }
     reader.join();
@@ -105,7 +105,7 @@ HostRun runProgram(std::wstring command, const std::function<void()>& meanwhile)
     return run;
 }
 
-HostRun runScriptHost(std::wstring_view script, std::wstring_view arguments, const std::function<void()>& meanwhile) {
+HostRun runScriptHost(std::wstring_view script, std::wstring_view arguments, const Meanwhile& meanwhile) {
     return runProgram(L"cscript.exe //nologo \"" + besideThisProgram(script) + L"\" " + std::wstring(arguments),
                       meanwhile);
 }

@@ -82,12 +82,14 @@ struct HostRun {
     std::string output; // line ends as LF
 };
 
-// Runs a program. `meanwhile` is called every few milliseconds until it ends; one that does not end within a minute is
-// killed.
-[[nodiscard]] HostRun runProgram(std::wstring command, const std::function<void()>& meanwhile = {});
+// What a test does every few milliseconds while a program runs; `process` is the program's id.
+using Meanwhile = std::function<void(DWORD process)>;
+
+// Runs a program, and `meanwhile` until it ends; one that does not end within a minute is killed.
+[[nodiscard]] HostRun runProgram(std::wstring command, const Meanwhile& meanwhile = {});
 
 // Runs a script beside this program in the system's console host.
 [[nodiscard]] HostRun runScriptHost(std::wstring_view script, std::wstring_view arguments = {},
-                                    const std::function<void()>& meanwhile = {});
+                                    const Meanwhile& meanwhile = {});
 
 } // namespace com_test
