@@ -14,6 +14,7 @@ namespace com_test {
 namespace {
 
 constexpr wchar_t kClasses[] = L"Software\\Classes";
+constexpr bool kIs64Bit = sizeof(void*) == 8;
 
 // Every key and value below the classes of a hive, one line each, in lower case as names of keys do not tell it.
 using Snapshot = std::set<std::wstring>;
@@ -65,11 +66,12 @@ Snapshot addedTo(const Snapshot& before, const Snapshot& after) {
     return added;
 }
 
-// Without what the system's own registration of a type library adds or says in another way.
+// Without what the system's own registration of a type library adds (interfaces for the other bitness too) or says in
+// another way.
 Snapshot withoutSystemsOwn(Snapshot lines) {
     std::erase_if(lines, [](const std::wstring& line) {
-        return line.ends_with(L"\\proxystubclsid") || line.find(L"\\proxystubclsid :") != line.npos ||
-               line.find(L"\\flags :") != line.npos;
+        return line.starts_with(L"\\wow6432node\\") || line.ends_with(L"\\proxystubclsid") ||
+               line.find(L"\\proxystubclsid :") != line.npos || line.find(L"\\flags :") != line.npos;
     });
     return lines;
 }
@@ -155,7 +157,7 @@ TEST_F(Registration, WritesWhatTheSystemNeedsAndTakesAllOfItAway) {
         control + L"\\MiscStatus :  = 0",
         control + L"\\MiscStatus\\1 :  = 131473", // what IOleObject::GetMiscStatus says too
         control + L"\\Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}",
-        library + L"\\409\\win32 :  = " + dllPath(),
+        library + L"\\409\\" + (kIs64Bit ? L"win64" : L"win32") + L" :  = " + dllPath(),
         L"\\Interface\\{1A80D469-410C-48CE-B824-C112BF629BB6} :  = _clsQVI_Link",
     };
     for (const std::wstring& line : expected) {
@@ -201,6 +203,36 @@ TEST_F(Registration, ALaterMachineWideRegistrationReplacesTheUsersOne) {
     EXPECT_EQ(dll.registerServer(), S_OK);
     EXPECT_EQ(userAdded(), Snapshot{});
     EXPECT_NE(machineAdded(), Snapshot{});
+}
+
+// 64-bit Windows keeps the classes of each bitness apart, but has one place for the names and the type library.
+TEST_F(Registration, LeavesWhatTheDllOfTheOtherBitnessNeeds) {
+    if constexpr (!kIs64Bit) {
+        GTEST_SKIP() << "there is no other on 32-bit Windows";
+    }
+    const std::wstring otherClass = L"\\CLSID\\{163D87C8-36B0-481C-873F-8AEDC4846B6A}";
+    const std::wstring library = L"\\TypeLib\\{DC824E71-183A-45B1-9128-FD5880046AC7}\\1.0\\409";
+    const auto create = [](const std::wstring& name, REGSAM view) {
+        HKEY key = nullptr;
+        EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, (kClasses + name).c_str(), 0, nullptr, 0, KEY_READ | view,
+                                  nullptr, &key, nullptr),
+                  ERROR_SUCCESS);
+        RegCloseKey(key);
+    };
+    create(otherClass, KEY_WOW64_32KEY);
+    create(library + L"\\win32", 0);
+    ASSERT_EQ(dll.registerServer(), S_OK);
+    ASSERT_EQ(dll.unregisterServer(), S_OK);
+    const Snapshot left = machineAdded();
+    EXPECT_TRUE(left.contains(lower(L"\\QuorvantisImage.clsQVI_Link\\CLSID")));
+    EXPECT_TRUE(left.contains(lower(library + L"\\win32")));
+    EXPECT_FALSE(left.contains(lower(library + L"\\win64")));
+    EXPECT_FALSE(left.contains(lower(otherClass)));
+
+    RegDeleteKeyExW(HKEY_LOCAL_MACHINE, (kClasses + otherClass).c_str(), KEY_WOW64_32KEY, 0);
+    ASSERT_EQ(dll.registerServer(), S_OK);
+    ASSERT_EQ(dll.unregisterServer(), S_OK);
+    expectEverythingAsBefore();
 }
 
 } // namespace

@@ -126,7 +126,7 @@ TEST_F(TypeLibrary, IsNamedAndVersionedAsHostsReferToIt) {
     EXPECT_EQ(attributes->lcid, 0x409U);
     EXPECT_EQ(attributes->wMajorVerNum, 1);
     EXPECT_EQ(attributes->wMinorVerNum, 0);
-    EXPECT_EQ(attributes->syskind, SYS_WIN32);
+    EXPECT_EQ(attributes->syskind, sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32);
     library->ReleaseTLibAttr(attributes);
     EXPECT_EQ(documentationOf(*library.Get(), -1).name, "QuorvantisImage");
 }

@@ -15,6 +15,16 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
+constexpr bool kIs64Bit = sizeof(void*) == 8;
+
+// On 64-bit Windows, the half of the registry's classes that programs of the other bitness see.
+constexpr REGSAM kOtherView = kIs64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+
+bool registryHasTwoViews() noexcept {
+    BOOL on64Bit = FALSE;
+    return kIs64Bit || (IsWow64Process(GetCurrentProcess(), &on64Bit) != FALSE && on64Bit != FALSE);
+}
+
 // One of the two places for classes. Not HKEY_CLASSES_ROOT: that name means either, depending on what is there.
 class ClassesRoot {
 public:
@@ -35,12 +45,10 @@ public:
 
     // The first failure; going on regardless. A key that is not there is no failure.
     [[nodiscard]] LSTATUS removeAll(const RegistryEntries& all) const {
-        LSTATUS first = ERROR_SUCCESS;
-        for (const std::wstring& key : all.ownedKeys) {
-            const LSTATUS status = RegDeleteTreeW(m_hive, path(key).c_str());
-            if (first == ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
-                first = status;
-            }
+        LSTATUS first = remove(all.ownedKeys);
+        if (!otherBitnessHas(all)) {
+            const LSTATUS status = remove(all.commonKeys);
+            first = first == ERROR_SUCCESS ? status : first;
         }
         for (const std::wstring& key : all.sharedKeys) {
             removeIfEmpty(key);
@@ -48,8 +56,30 @@ public:
         return first;
     }
 
+    // Whether the DLL of the other bitness is registered here.
+    [[nodiscard]] bool otherBitnessHas(const RegistryEntries& all) const {
+        HKEY key = nullptr;
+        if (!registryHasTwoViews() || RegOpenKeyExW(m_hive, path(all.telltaleKey).c_str(), 0,
+                                                    KEY_QUERY_VALUE | kOtherView, &key) != ERROR_SUCCESS) {
+            return false;
+        }
+        RegCloseKey(key);
+        return true;
+    }
+
 private:
     [[nodiscard]] static std::wstring path(const std::wstring& key) { return L"Software\\Classes\\" + key; }
+
+    [[nodiscard]] LSTATUS remove(const std::vector<std::wstring>& keys) const {
+        LSTATUS first = ERROR_SUCCESS;
+        for (const std::wstring& key : keys) {
+            const LSTATUS status = RegDeleteTreeW(m_hive, path(key).c_str());
+            if (first == ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
+                first = status;
+            }
+        }
+        return first;
+    }
 
     void removeIfEmpty(const std::wstring& name) const {
         HKEY key = nullptr;
@@ -155,7 +185,9 @@ HRESULT unregisterServer() noexcept {
     LSTATUS user = ERROR_SUCCESS;
     const HRESULT outcome = guarded(IID_NULL, [&] {
         const RegistryEntries all = registryEntries(modulePath(), *library.Get());
-        unregisterLibrary(*library.Get());
+        if (!kMachine.otherBitnessHas(all)) {
+            unregisterLibrary(*library.Get()); // with the interfaces that it once wrote for the other bitness
+        }
         machine = kMachine.removeAll(all);
         user = kUser.removeAll(all);
     });

@@ -45,6 +45,7 @@ struct LibraryFacts {
     std::wstring id;
     std::wstring version;
     std::wstring locale;
+    std::wstring platform; // the registry's name of the systems that this build is for
     std::wstring description;
 };
 
@@ -56,7 +57,7 @@ LibraryFacts factsOf(ITypeLib& library) {
     Bstr description;
     check(library.GetDocumentation(-1, nullptr, description.out(), nullptr, nullptr));
     return {textOf(attributes->guid), hexText(attributes->wMajorVerNum) + L"." + hexText(attributes->wMinorVerNum),
-            hexText(attributes->lcid), toWide(description)};
+            hexText(attributes->lcid), attributes->syskind == SYS_WIN64 ? L"win64" : L"win32", toWide(description)};
 }
 
 struct InterfaceFacts {
@@ -105,8 +106,8 @@ void addClass(RegistryEntries& all, const CreatableClass& c, const std::wstring&
         add(classKey + L"\\MiscStatus\\1", nullptr, std::to_wstring(*c.miscStatus)); // 1: the content aspect
         add(classKey + L"\\Implemented Categories\\" + kControls, nullptr, L"");
     }
-    all.ownedKeys.push_back(progId);
     all.ownedKeys.push_back(classKey);
+    all.commonKeys.push_back(progId);
 }
 
 void addInterface(RegistryEntries& all, const InterfaceFacts& facts, const LibraryFacts& library) {
@@ -140,11 +141,15 @@ void addLibrary(RegistryEntries& all, const std::wstring& path, const LibraryFac
         all.entries.push_back({RegistryPart::TypeLibrary, key + subkey, nullptr, std::move(value)});
     };
     add(L"", library.description);
-    add(L"\\" + library.locale + L"\\win32", path);
-    add(L"\\0\\win32", path); // Wine's marshaller looks under the neutral locale only
+    // Wine's marshaller looks under the neutral locale only.
+    for (const std::wstring& locale : {library.locale, std::wstring(L"0")}) {
+        const std::wstring subkey = L"\\" + locale + L"\\" + library.platform;
+        add(subkey, path);
+        all.ownedKeys.push_back(key + subkey);
+    }
     add(L"\\FLAGS", L"0");
     add(L"\\HELPDIR", folderOf(path));
-    all.ownedKeys.push_back(key);
+    all.commonKeys.push_back(key);
     all.sharedKeys = {libraryKey, L"CLSID", L"Interface", L"TypeLib"};
 }
 
@@ -156,6 +161,7 @@ RegistryEntries registryEntries(const std::wstring& path, ITypeLib& library) {
     for (const CreatableClass& creatable : creatableClasses()) {
         addClass(all, creatable, path, facts);
     }
+    all.telltaleKey = all.ownedKeys.front();
     addInterfaces(all, library, facts);
     addLibrary(all, path, facts);
     return all;

@@ -25,6 +25,11 @@ struct RegistryEntries {
     std::vector<RegistryEntry> entries;
     // The keys that are ours with everything below them.
     std::vector<std::wstring> ownedKeys;
+    // The same where 64-bit Windows has one place for the DLL of either bitness: ours while the other is not
+    // registered.
+    std::vector<std::wstring> commonKeys;
+    // One of the owned keys, which 64-bit Windows keeps apart: it tells whether a DLL is registered.
+    std::wstring telltaleKey;
     // Keys to remove once they are empty, innermost first: others may keep theirs there.
     std::vector<std::wstring> sharedKeys;
 };
