@@ -131,7 +131,13 @@ bool frmBrowseGeneral::tryFolder(std::string_view path) {
     }
     m_folder = std::move(folder);
     m_files = std::move(files);
+    listFolders(folders);
+    Dir1_Change();
+    return true;
+}
 
+// The folders above, each further in, and those inside.
+void frmBrowseGeneral::listFolders(const std::vector<std::string>& inside) {
     m_folderPaths = ancestry(m_folder);
     Dir1.clear();
     std::string indent;
@@ -140,13 +146,11 @@ bool frmBrowseGeneral::tryFolder(std::string_view path) {
         indent += kIndent;
     }
     const std::size_t current = m_folderPaths.size() - 1;
-    for (const std::string& inside : folders) {
-        Dir1.add(indent + inside);
-        m_folderPaths.push_back(withBackslash(m_folder) + inside);
+    for (const std::string& folder : inside) {
+        Dir1.add(indent + folder);
+        m_folderPaths.push_back(withBackslash(m_folder) + folder);
     }
     Dir1.setSelected(current);
-    Dir1_Change();
-    return true;
 }
 
 void frmBrowseGeneral::Dir1_Change() {

@@ -56,6 +56,7 @@ private:
     void CancelButton_Click();
 
     [[nodiscard]] bool tryFolder(std::string_view path);
+    void listFolders(const std::vector<std::string>& inside);
     void selectDrive();
 
     ports::FileSystem& m_fileSystem;
