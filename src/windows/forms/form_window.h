@@ -61,13 +61,14 @@ private:
     void resolutionChanged(UINT dpi, const RECT& place);
     void fitToDesign();
     void growToTexts();
+    void setFirstFocus();
 
+    // form_window_keys.cpp
     [[nodiscard]] bool previewTabKey(const MSG& message) noexcept;
     [[nodiscard]] bool previewKeyDown(const MSG& message) noexcept;
     [[nodiscard]] bool previewCharacter(MSG& message) noexcept;
     [[nodiscard]] bool pressInside(HWND focus) noexcept;
     [[nodiscard]] char16_t feed(char16_t key) noexcept;
-    void setFirstFocus();
 
     template <typename Body>
     void guarded(Body&& body) noexcept {
