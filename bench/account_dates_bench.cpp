@@ -5,14 +5,14 @@
 #include "fakes/fake_host_document.h"
 #include "fakes/fake_late_bound.h"
 #include "fakes/one_file.h"
+#include "measure.h"
 #include "sendreceive/account_dates.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -36,12 +36,9 @@ std::string settingsText() {
 double medianSeconds(const std::function<void()>& work) {
     std::vector<double> times;
     for (int round = 0; round < kRounds; ++round) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        times.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        times.push_back(bench::seconds(work));
     }
-    std::nth_element(times.begin(), times.begin() + kRounds / 2, times.end());
-    return times[kRounds / 2];
+    return bench::median(std::move(times));
 }
 
 } // namespace

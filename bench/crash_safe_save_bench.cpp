@@ -1,6 +1,7 @@
 // What the crash-safe save costs beside a plain one: crash_safe_save_bench FOLDER [rounds]. Both save the same bytes in
 // turn, so that a busy machine slows both; medians are compared. FOLDER is written with forward slashes.
 #include "baselines/truncate_write_flush.h"
+#include "measure.h"
 
 #ifdef _WIN32
 #include "windows/adapters/windows_file_system.h"
@@ -8,8 +9,6 @@
 #include "adapters/posix/posix_file_system.h"
 #endif
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -17,17 +16,8 @@
 
 namespace {
 
-template <typename Step>
-double milliseconds(Step&& step) {
-    const auto start = std::chrono::steady_clock::now();
-    step();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
+using bench::median;
+using bench::seconds;
 
 void compare(ports::FileSystem& files, const std::string& folder, std::size_t size, int rounds) {
     const std::string bytes(size, 'x');
@@ -36,16 +26,16 @@ void compare(ports::FileSystem& files, const std::string& folder, std::size_t si
     std::vector<double> plain;
     std::vector<double> safe;
     for (int round = 0; round < rounds; ++round) {
-        plain.push_back(milliseconds([&] {
+        plain.push_back(seconds([&] {
             if (!baselines::truncateWriteFlush(plainPath.c_str(), bytes.data(), bytes.size())) {
                 std::perror("plain save");
                 std::exit(1);
             }
         }));
-        safe.push_back(milliseconds([&] { files.replaceFile(safePath, bytes); }));
+        safe.push_back(seconds([&] { files.replaceFile(safePath, bytes); }));
     }
-    std::printf("%9zu bytes: truncate + write + flush %8.3f ms, crash-safe %8.3f ms, ratio %.2f\n", size, median(plain),
-                median(safe), median(safe) / median(plain));
+    std::printf("%9zu bytes: truncate + write + flush %8.3f ms, crash-safe %8.3f ms, ratio %.2f\n", size,
+                median(plain) * 1e3, median(safe) * 1e3, median(safe) / median(plain));
     std::remove(plainPath.c_str());
     files.removeFile(safePath);
 }

@@ -1,12 +1,12 @@
 // How long the send/receive window takes from the start of its load until it is painted, with few and with many
 // commands; beside it, a list view of the same size that is filled by literal calls.
 #include "fakes/send_receive_services.h"
+#include "measure.h"
 #include "sendreceive_form/frmQVI_sendreceive.h"
 #include "windows/forms/control_ids.h"
 #include "windows/forms/windows_desktop.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -30,14 +30,8 @@ std::string commands(int count) {
     return text + "</commands>";
 }
 
-double milliseconds(std::chrono::steady_clock::time_point since) {
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - since).count();
-}
-
-double median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
+using bench::median;
+using bench::seconds;
 
 // Runs once the window waits for messages: it has been shown and painted.
 void CALLBACK closeWindow(HWND, UINT, UINT_PTR timer, DWORD) {
@@ -48,14 +42,14 @@ void CALLBACK closeWindow(HWND, UINT, UINT_PTR timer, DWORD) {
 double open(fakes::SendReceiveServicesOn<windows::WindowsDesktop>& services, int count) {
     auto document = std::make_shared<xml::XmlDocument>();
     static_cast<void>(document->loadXml(commands(count)));
-    const auto start = std::chrono::steady_clock::now();
-    sendreceive::frmQVI_sendreceive form(services.all, {"1001", "C:\\QV\\", "Shop", "http://supplier/"});
-    form.load();
-    form.engine().setDomCommands(document);
-    form.engine().LoadCommands();
-    SetTimer(nullptr, 0, 1, closeWindow);
-    form.showModal();
-    return milliseconds(start);
+    return seconds([&] {
+        sendreceive::frmQVI_sendreceive form(services.all, {"1001", "C:\\QV\\", "Shop", "http://supplier/"});
+        form.load();
+        form.engine().setDomCommands(document);
+        form.engine().LoadCommands();
+        SetTimer(nullptr, 0, 1, closeWindow);
+        form.showModal();
+    });
 }
 
 // The same rows by one call for each text, into a list view that is on screen.
@@ -69,21 +63,21 @@ double literal(int count) {
         description.cx = 150;
         SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&description));
     }
-    const auto start = std::chrono::steady_clock::now();
-    for (int row = 0; row < count; ++row) {
-        std::wstring text = L"Description of command " + std::to_wstring(row);
-        LVITEMW item{};
-        item.mask = LVIF_TEXT;
-        item.iItem = row;
-        item.pszText = text.data();
-        SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        for (item.iSubItem = 1; item.iSubItem < 4; ++item.iSubItem) {
-            SendMessageW(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    const double time = seconds([&] {
+        for (int row = 0; row < count; ++row) {
+            std::wstring text = L"Description of command " + std::to_wstring(row);
+            LVITEMW item{};
+            item.mask = LVIF_TEXT;
+            item.iItem = row;
+            item.pszText = text.data();
+            SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            for (item.iSubItem = 1; item.iSubItem < 4; ++item.iSubItem) {
+                SendMessageW(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            }
+            ListView_SetCheckState(list, static_cast<UINT>(row), row % 2 == 0 ? TRUE : FALSE);
         }
-        ListView_SetCheckState(list, static_cast<UINT>(row), row % 2 == 0 ? TRUE : FALSE);
-    }
-    UpdateWindow(list);
-    const double time = milliseconds(start);
+        UpdateWindow(list);
+    });
     DestroyWindow(list);
     return time;
 }
@@ -103,7 +97,7 @@ int main() {
         std::printf(
             "%d commands: window loaded, shown, painted and closed in %.0f ms; a list view alone, filled by literal "
             "calls, %.0f ms\n",
-            count, median(ours), median(plain));
+            count, median(ours) * 1e3, median(plain) * 1e3);
     }
     return 0;
 }
