@@ -12,6 +12,7 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -80,8 +81,14 @@ protected:
     template <typename Body>
     HRESULT run(Body&& body) noexcept {
         const Microsoft::WRL::ComPtr<Dual> self(this);
-        return guarded(__uuidof(Dual), std::forward<Body>(body));
+        return guarded(__uuidof(Dual), [&] {
+            const std::shared_ptr<void> held = heldByCalls();
+            body();
+        });
     }
+
+    // What lives as long as a method runs.
+    [[nodiscard]] virtual std::shared_ptr<void> heldByCalls() { return nullptr; }
 
     // The body of a method with one result, which `make` gives: a text, a Boolean or an object.
     template <typename Make>

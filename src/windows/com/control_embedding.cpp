@@ -100,6 +100,9 @@ HRESULT ControlEmbedding::GetClipboardData(DWORD, IDataObject** data) noexcept {
 
 HRESULT ControlEmbedding::DoVerb(LONG verb, MSG* message, IOleClientSite* activeSite, LONG /*index*/, HWND /*parent*/,
                                  LPCRECT /*place*/) noexcept {
+    if (m_opening) {
+        return OLEOBJ_S_CANNOT_DOVERB_NOW; // the container is asked about an earlier verb and comes back with this one
+    }
     const ComPtr<IUnknown> self(&m_object);
     bool known = true;
     const HRESULT result = guarded(IID_IOleObject, [&] {
@@ -130,16 +133,30 @@ void ControlEmbedding::activate(IOleClientSite* site) {
     if (!client) {
         throw base::RuntimeError(E_UNEXPECTED, "The control is in no container");
     }
-    if (!m_session) {
-        m_session = InPlaceSession::begin(m_desktop, *this, m_control, *client.Get());
-        m_session->window().setColors(ambientColors(*client.Get()));
+    if (m_session) {
+        return;
     }
+    const auto session = m_opening = std::make_shared<InPlaceSession>(*this);
+    try {
+        session->open(m_desktop, m_control, *client.Get());
+    } catch (...) {
+        m_opening = nullptr;
+        throw;
+    }
+    m_session = std::exchange(m_opening, nullptr);
+    session->window().setColors(ambientColors(*client.Get()));
 }
 
 void ControlEmbedding::deactivate() noexcept {
-    if (const std::shared_ptr<InPlaceSession> session = std::exchange(m_session, nullptr)) {
-        session->end();
+    for (std::shared_ptr<InPlaceSession>* const slot : {&m_opening, &m_session}) {
+        if (const std::shared_ptr<InPlaceSession> session = std::exchange(*slot, nullptr)) {
+            session->end();
+        }
     }
+}
+
+std::shared_ptr<void> ControlEmbedding::use() const {
+    return m_session ? std::make_shared<ControlWindow::Use>(m_session->window()) : nullptr;
 }
 
 HRESULT ControlEmbedding::EnumVerbs(IEnumOLEVERB** verbs) noexcept {
@@ -201,84 +218,6 @@ HRESULT ControlEmbedding::GetMiscStatus(DWORD aspect, DWORD* status) noexcept {
         return E_POINTER;
     }
     *status = aspect == DVASPECT_CONTENT ? kMiscStatus : 0;
-    return S_OK;
-}
-
-HRESULT ControlEmbedding::GetWindow(HWND* window) noexcept {
-    if (window == nullptr) {
-        return E_POINTER;
-    }
-    *window = m_session ? m_session->window().handle() : nullptr;
-    return *window == nullptr ? E_FAIL : S_OK;
-}
-
-HRESULT ControlEmbedding::InPlaceDeactivate() noexcept {
-    const ComPtr<IUnknown> self(&m_object);
-    deactivate();
-    return S_OK;
-}
-
-HRESULT ControlEmbedding::UIDeactivate() noexcept {
-    const ComPtr<IUnknown> self(&m_object);
-    if (const auto session = m_session) {
-        session->deactivateUi();
-    }
-    return S_OK;
-}
-
-HRESULT ControlEmbedding::SetObjectRects(LPCRECT place, LPCRECT clip) noexcept {
-    if (place == nullptr) {
-        return E_POINTER;
-    }
-    if (!m_session) {
-        return E_UNEXPECTED;
-    }
-    const ComPtr<IUnknown> self(&m_object);
-    return guarded(IID_IOleInPlaceObject, [&] {
-        m_extent = toHimetric({place->right - place->left, place->bottom - place->top}, screenResolution());
-        m_session->window().setPlace(*place, clip == nullptr ? *place : *clip);
-    });
-}
-
-HRESULT ControlEmbedding::TranslateAccelerator(MSG* message) noexcept {
-    if (message == nullptr) {
-        return E_POINTER;
-    }
-    const ComPtr<IUnknown> self(&m_object);
-    const auto session = m_session;
-    bool taken = false;
-    const HRESULT result =
-        guarded(IID_IOleInPlaceActiveObject, [&] { taken = session && session->window().preview(*message); });
-    return FAILED(result) || taken ? result : S_FALSE;
-}
-
-HRESULT ControlEmbedding::GetControlInfo(CONTROLINFO* info) noexcept {
-    if (info == nullptr) {
-        return E_POINTER;
-    }
-    info->hAccel = nullptr;
-    info->cAccel = 0;
-    info->dwFlags = CTRLINFO_EATS_RETURN | CTRLINFO_EATS_ESCAPE;
-    return S_OK;
-}
-
-HRESULT ControlEmbedding::OnMnemonic(MSG* /*message*/) noexcept {
-    return S_OK;
-}
-
-HRESULT ControlEmbedding::OnAmbientPropertyChange(DISPID property) noexcept {
-    const ComPtr<IUnknown> self(&m_object);
-    const bool concernsColors = property == DISPID_AMBIENT_BACKCOLOR || property == DISPID_AMBIENT_FORECOLOR ||
-                                property == DISPID_UNKNOWN; // several at once
-    return guarded(IID_IOleControl, [&] {
-        if (const auto session = m_session; session && m_site && concernsColors) {
-            session->window().setColors(ambientColors(*m_site.Get()));
-        }
-    });
-}
-
-HRESULT ControlEmbedding::FreezeEvents(BOOL freeze) noexcept {
-    m_events.freeze(freeze != FALSE);
     return S_OK;
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "ui/user_control.h"
+#include "windows/adapters/handles.h"
 #include "windows/com/connection_point.h"
 #include "windows/com/in_place_session.h"
 
@@ -38,6 +39,8 @@ public:
 
     // One of the interfaces, not counted; null for any other.
     [[nodiscard]] void* find(REFIID iid) noexcept;
+    // What a method of the object holds while it runs: the dialogs that it shows belong to the container's window then.
+    [[nodiscard]] std::shared_ptr<void> use() const;
     // The object goes: its window does, and what the control is doing ends soon.
     void end() noexcept;
 
@@ -114,6 +117,8 @@ public:
     HRESULT STDMETHODCALLTYPE InitNew() noexcept override { return S_OK; }
 
 private:
+    static void destroyAccelerators(HACCEL table) noexcept { DestroyAcceleratorTable(table); }
+    using Accelerators = UniqueResource<HACCEL, destroyAccelerators>;
     struct ViewAdvise {
         DWORD aspects = 0;
         DWORD flags = 0;
@@ -131,7 +136,9 @@ private:
     WindowsDesktop& m_desktop;
     Microsoft::WRL::ComPtr<IOleClientSite> m_site;
     Microsoft::WRL::ComPtr<IOleAdviseHolder> m_advises; // made when the first one joins
+    std::shared_ptr<InPlaceSession> m_opening;          // while the container is asked for a place
     std::shared_ptr<InPlaceSession> m_session;          // while the control is active
+    Accelerators m_accelerators;                        // what the container was told last
     ViewAdvise m_viewAdvise;
     SIZEL m_extent; // hundredths of a millimetre
 };

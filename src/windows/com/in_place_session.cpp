@@ -10,13 +10,6 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// A container may answer with any success but the one that is meant.
-void require(HRESULT result) {
-    if (result != S_OK) {
-        throw base::RuntimeError(FAILED(result) ? result : E_FAIL, "The container does not show the control");
-    }
-}
-
 // The keys held down now, as a container wants them beside a key message.
 DWORD heldModifiers() noexcept {
     constexpr DWORD kShift = 1;
@@ -28,24 +21,35 @@ DWORD heldModifiers() noexcept {
 
 } // namespace
 
-std::shared_ptr<InPlaceSession> InPlaceSession::begin(WindowsDesktop& desktop, IOleInPlaceActiveObject& object,
-                                                      const std::shared_ptr<ui::UserControl>& control,
-                                                      IOleClientSite& client) {
-    const std::shared_ptr<InPlaceSession> session(new InPlaceSession(object));
-    require(client.QueryInterface(IID_PPV_ARGS(&session->m_site)));
-    require(session->m_site->CanInPlaceActivate());
-    require(session->m_site->OnInPlaceActivate());
-    try {
-        session->open(desktop, control, client);
-    } catch (...) {
-        session->end();
-        throw;
+// A container may answer with any success but the one that is meant.
+void InPlaceSession::require(HRESULT answer) const {
+    if (answer != S_OK) {
+        throw base::RuntimeError(FAILED(answer) ? answer : E_FAIL, "The container does not show the control");
     }
-    return session;
+    if (m_object == nullptr) {
+        throw base::RuntimeError(E_ABORT, "The container closed the control that it was about to show");
+    }
 }
 
 void InPlaceSession::open(WindowsDesktop& desktop, const std::shared_ptr<ui::UserControl>& control,
                           IOleClientSite& client) {
+    const auto self = shared_from_this();
+    try {
+        require(client.QueryInterface(IID_PPV_ARGS(&m_site)));
+        require(m_site->CanInPlaceActivate());
+        m_active = true;
+        const HRESULT answer = m_site->OnInPlaceActivate();
+        m_active = m_active && SUCCEEDED(answer);
+        require(answer);
+        makeWindow(desktop, control, client);
+    } catch (...) {
+        end();
+        throw;
+    }
+}
+
+void InPlaceSession::makeWindow(WindowsDesktop& desktop, const std::shared_ptr<ui::UserControl>& control,
+                                IOleClientSite& client) {
     static_cast<void>(client.QueryInterface(IID_PPV_ARGS(&m_controlSite)));
     HWND parent = nullptr;
     require(m_site->GetWindow(&parent));
@@ -57,6 +61,7 @@ void InPlaceSession::open(WindowsDesktop& desktop, const std::shared_ptr<ui::Use
     m_window = ControlWindow::create(desktop, moduleHandle(), control, parent, place, *this);
     m_window->setPlace(place, clip);
     static_cast<void>(client.ShowObject()); // scrolls it into view, where that means something
+    require(S_OK);
 }
 
 void InPlaceSession::activateUi(const MSG* key) {
@@ -94,7 +99,12 @@ void InPlaceSession::end() noexcept {
     if (m_window) {
         m_window->close();
     }
-    m_site->OnInPlaceDeactivate();
+    while (m_waits != 0) { // a dialog that is still there is nobody's
+        hostWaits(false);
+    }
+    if (std::exchange(m_active, false)) {
+        m_site->OnInPlaceDeactivate();
+    }
 }
 
 // We have neither menus nor toolbars: the container's own stay where they are.
@@ -135,6 +145,21 @@ void InPlaceSession::focusMoved(bool inside) noexcept {
     }
     if (m_controlSite && m_object != nullptr) {
         m_controlSite->OnFocus(inside ? TRUE : FALSE);
+    }
+}
+
+void InPlaceSession::mnemonicsChanged() noexcept {
+    const auto self = shared_from_this();
+    if (m_controlSite) {
+        m_controlSite->OnControlInfoChanged();
+    }
+}
+
+void InPlaceSession::hostWaits(bool begins) noexcept {
+    const auto self = shared_from_this();
+    m_waits += begins ? 1 : -1;
+    if (m_frame) {
+        m_frame->EnableModeless(begins ? FALSE : TRUE);
     }
 }
 

@@ -15,12 +15,12 @@ namespace windows::com {
 
 class InPlaceSession final : public std::enable_shared_from_this<InPlaceSession>, private ControlWindow::Owner {
 public:
-    // Puts the control into the window that the container offers through `client`. `object` is what the container talks
-    // to while the control is active; it outlives the time until end(). Raises the container's refusal, and 51.
-    [[nodiscard]] static std::shared_ptr<InPlaceSession> begin(WindowsDesktop& desktop, IOleInPlaceActiveObject& object,
-                                                               const std::shared_ptr<ui::UserControl>& control,
-                                                               IOleClientSite& client);
+    // `object` is what the container talks to while the control is active; it outlives the time until end().
+    explicit InPlaceSession(IOleInPlaceActiveObject& object) noexcept : m_object(&object) {}
 
+    // Puts the control into the window that the container offers through `client`. Raises the container's refusal, 51,
+    // and E_ABORT when the container, asked for this or that, ends the session; it has ended then.
+    void open(WindowsDesktop& desktop, const std::shared_ptr<ui::UserControl>& control, IOleClientSite& client);
     // Takes the keyboard, and the container's menus and borders for its time. `key`: what brought it here, or null.
     void activateUi(const MSG* key);
     void deactivateUi() noexcept;
@@ -32,11 +32,13 @@ public:
     void askForSize(SIZE pixels);
 
 private:
-    explicit InPlaceSession(IOleInPlaceActiveObject& object) noexcept : m_object(&object) {}
-    void open(WindowsDesktop& desktop, const std::shared_ptr<ui::UserControl>& control, IOleClientSite& client);
+    void makeWindow(WindowsDesktop& desktop, const std::shared_ptr<ui::UserControl>& control, IOleClientSite& client);
+    void require(HRESULT answer) const;
     void showActiveObject(IOleInPlaceActiveObject* object) const noexcept;
 
     void focusMoved(bool inside) noexcept override;
+    void mnemonicsChanged() noexcept override;
+    void hostWaits(bool begins) noexcept override;
     [[nodiscard]] bool takesTab(MSG& message) noexcept override;
 
     IOleInPlaceActiveObject* m_object; // null once ended
@@ -45,7 +47,9 @@ private:
     Microsoft::WRL::ComPtr<IOleInPlaceFrame> m_frame;
     Microsoft::WRL::ComPtr<IOleInPlaceUIWindow> m_document; // null where the frame is all there is
     std::shared_ptr<ControlWindow> m_window;
+    bool m_active = false;
     bool m_uiActive = false;
+    int m_waits = 0;
 };
 
 } // namespace windows::com

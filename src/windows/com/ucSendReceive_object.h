@@ -82,6 +82,7 @@ public:
 
 protected:
     [[nodiscard]] void* find(REFIID iid) noexcept override;
+    [[nodiscard]] std::shared_ptr<void> heldByCalls() override { return m_embedding.use(); }
 
 private:
     ~SendReceiveObject() override;

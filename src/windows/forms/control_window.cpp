@@ -5,7 +5,9 @@
 #include "ui/keys.h"
 #include "windows/adapters/wide.h"
 #include "windows/forms/control_dialog.h"
+#include "windows/forms/control_ids.h"
 #include "windows/forms/dpi.h"
+#include "windows/forms/mnemonic.h"
 #include "windows/forms/windows_desktop.h"
 
 #include <string>
@@ -43,7 +45,7 @@ void ControlWindow::open(HINSTANCE module, HWND parent, const RECT& place) {
         makeControlDialog(module, *m_control, parent, dialogProc, reinterpret_cast<LPARAM>(this)));
     m_view = std::make_unique<ContainerView>(handle(), *m_control, m_control->name());
     m_view->setDpi(dpiOf(handle()));
-    m_view->flush();
+    flush();
     m_focusWatch = std::make_unique<FocusWatch>(
         handle(), [this](HWND window, HWND other, bool got) { focusCrossed(window, other, got); });
     m_desktop.embed(*this);
@@ -51,6 +53,14 @@ void ControlWindow::open(HINSTANCE module, HWND parent, const RECT& place) {
     const SIZE size = sizeOf(place);
     SetWindowPos(handle(), HWND_TOP, place.left, place.top, size.cx, size.cy, SWP_NOACTIVATE | SWP_SHOWWINDOW);
     m_view->resized();
+}
+
+ControlWindow::Use::Use(ControlWindow& window) : m_window(window.shared_from_this()) {
+    m_window->m_desktop.enter(window);
+}
+
+ControlWindow::Use::~Use() {
+    m_window->m_desktop.leave(*m_window);
 }
 
 ControlWindow::~ControlWindow() {
@@ -73,6 +83,16 @@ void ControlWindow::destroy(HWND window) noexcept {
 
 bool ControlWindow::owns(HWND window) const noexcept {
     return handle() != nullptr && (window == handle() || IsChild(handle(), window));
+}
+
+HWND ControlWindow::hostWindow() const noexcept {
+    return handle() == nullptr ? nullptr : GetAncestor(handle(), GA_ROOT);
+}
+
+void ControlWindow::hostWaits(bool begins) noexcept {
+    if (m_owner != nullptr) {
+        m_owner->hostWaits(begins);
+    }
 }
 
 void ControlWindow::setPlace(const RECT& place, const RECT& clip) {
@@ -121,7 +141,13 @@ void ControlWindow::takeFocus(const MSG* key) {
 
 bool ControlWindow::preview(MSG& message) {
     const auto self = shared_from_this();
-    if (!owns(message.hwnd) || message.message != WM_KEYDOWN) {
+    if (!owns(message.hwnd)) {
+        return false;
+    }
+    if (message.message == WM_SYSCHAR) {
+        return pressMnemonic(static_cast<char16_t>(message.wParam));
+    }
+    if (message.message != WM_KEYDOWN) {
         return false;
     }
     switch (message.wParam) {
@@ -169,6 +195,27 @@ bool ControlWindow::previewTab(MSG& message) noexcept {
     return true;
 }
 
+bool ControlWindow::pressMnemonic(char16_t letter) {
+    const auto self = shared_from_this();
+    const ui::Control* const control = handle() == nullptr ? nullptr : pressedBy(letter, *m_control);
+    if (control == nullptr) {
+        return false;
+    }
+    const HWND window = GetDlgItem(handle(), controlId(m_control->name(), control->name()));
+    SetFocus(window);
+    SendMessageW(window, BM_CLICK, 0, 0);
+    return true;
+}
+
+void ControlWindow::flush() {
+    m_flushPosted = false;
+    m_view->flush();
+    if (std::u16string now = mnemonicsOf(*m_control); now != m_mnemonics && m_owner != nullptr) {
+        m_mnemonics = std::move(now);
+        m_owner->mnemonicsChanged();
+    }
+}
+
 void ControlWindow::controlChanged(ui::Control& control, ui::Aspect aspect) noexcept {
     m_view->mark(control, aspect);
     flushLater();
@@ -207,10 +254,7 @@ INT_PTR CALLBACK ControlWindow::dialogProc(HWND window, UINT message, WPARAM wPa
 
 INT_PTR ControlWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case kFlush:
-        m_flushPosted = false;
-        m_view->flush();
-        return TRUE;
+    case kFlush: flush(); return TRUE;
     case WM_SIZE: m_view->resized(); return TRUE;
     case WM_DESTROY: // with the host's window, without a word
         static_cast<void>(m_window.release());
@@ -237,22 +281,23 @@ void ControlWindow::focusCrossed(HWND window, HWND other, bool inside) noexcept 
 template <typename Body>
 void ControlWindow::guarded(Body&& body) noexcept {
     try {
-        body();
+        const Use use(*this);
+        try {
+            body();
+        } catch (...) {
+            showError();
+        }
     } catch (...) {
-        showError();
+        MessageBoxW(nullptr, L"Out of memory", toWide(ui::kDefaultTitle).c_str(), MB_ICONERROR | MB_TASKMODAL);
     }
 }
 
 // Nobody called whom it could be raised to.
-void ControlWindow::showError() noexcept {
+void ControlWindow::showError() {
     try {
-        try {
-            throw;
-        } catch (const base::RuntimeError& e) {
-            m_desktop.messageBox("Error in " + std::string(m_control->name()) + ":" + e.description());
-        }
-    } catch (...) {
-        MessageBoxW(nullptr, L"Out of memory", toWide(ui::kDefaultTitle).c_str(), MB_ICONERROR | MB_TASKMODAL);
+        throw;
+    } catch (const base::RuntimeError& e) {
+        m_desktop.messageBox("Error in " + std::string(m_control->name()) + ":" + e.description());
     }
 }
 

@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include <windows.h>
 
@@ -31,11 +32,27 @@ public:
     public:
         // The keyboard came into the control from outside, or left it.
         virtual void focusMoved(bool inside) noexcept = 0;
+        // The letters of mnemonics() are others now.
+        virtual void mnemonicsChanged() noexcept = 0;
+        // The control shows something modal, or has: what else the host has open is not to be used meanwhile.
+        virtual void hostWaits(bool begins) noexcept = 0;
         // A Tab would leave the control. True when the owner took it; it goes on to the host otherwise.
         [[nodiscard]] virtual bool takesTab(MSG& message) noexcept = 0;
 
     protected:
         ~Owner() = default;
+    };
+
+    // One of the control's routines runs as long as this lives: the dialogs that it shows are the host window's.
+    class Use {
+    public:
+        explicit Use(ControlWindow& window);
+        ~Use();
+        Use(const Use&) = delete;
+        Use& operator=(const Use&) = delete;
+
+    private:
+        std::shared_ptr<ControlWindow> m_window;
     };
 
     // A child of `parent` at `place`, made from the control's template in `module`. A routine of the control that runs
@@ -54,6 +71,10 @@ public:
     // Null once it has gone.
     [[nodiscard]] HWND handle() const noexcept { return m_window.get(); }
     [[nodiscard]] bool owns(HWND window) const noexcept;
+    // The host's window around it; null once it has gone.
+    [[nodiscard]] HWND hostWindow() const noexcept;
+    // See Owner.
+    void hostWaits(bool begins) noexcept;
     // Shows as much of the control at `place` as is inside of `clip`; both in the parent's coordinates.
     void setPlace(const RECT& place, const RECT& clip);
     void setColors(const Colors& colors);
@@ -61,6 +82,10 @@ public:
     void takeFocus(const MSG* key);
     // A message for one of the control's windows, before it is dispatched. True when it is dealt with.
     [[nodiscard]] bool preview(MSG& message);
+    // What Alt and a letter press from anywhere in the host's window: the letters, in upper case, and their effect.
+    // False for any other letter.
+    [[nodiscard]] const std::u16string& mnemonics() const noexcept { return m_mnemonics; }
+    [[nodiscard]] bool pressMnemonic(char16_t letter);
 
 private:
     ControlWindow(WindowsDesktop& desktop, std::shared_ptr<ui::UserControl> control, Owner& owner) noexcept;
@@ -70,6 +95,7 @@ private:
     void captionChanged() noexcept override {}
     void hidden() noexcept override {}
     void focusMoved(ui::Control& control) noexcept override;
+    void flush();
     void flushLater() noexcept;
 
     static INT_PTR CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
@@ -82,7 +108,7 @@ private:
 
     template <typename Body>
     void guarded(Body&& body) noexcept;
-    void showError() noexcept;
+    void showError();
 
     static void destroy(HWND window) noexcept;
 
@@ -94,6 +120,7 @@ private:
     std::unique_ptr<FocusWatch> m_focusWatch;
     Colors m_colors;
     UniqueBrush m_background; // of the host's colour
+    std::u16string m_mnemonics;
     HWND m_lastFocus = nullptr;
     bool m_flushPosted = false;
 };

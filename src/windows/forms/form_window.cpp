@@ -59,7 +59,7 @@ void FormWindow::destroy(HWND window) noexcept {
 }
 
 bool FormWindow::owns(HWND window) const noexcept {
-    return window == handle() || IsChild(handle(), window);
+    return handle() != nullptr && (window == handle() || IsChild(handle(), window));
 }
 
 void FormWindow::show() {
@@ -171,6 +171,10 @@ INT_PTR FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_COMMAND:
     case WM_NOTIFY: return m_form.shown() ? m_view->handle(message, wParam, lParam) : TRUE;
+    case WM_DESTROY: // with the host's window that owns it
+        static_cast<void>(m_window.release());
+        close();
+        return TRUE;
     case WM_CLOSE:
         if (m_form.shown()) {
             m_form.userClose();

@@ -1,8 +1,6 @@
 #include "windows/forms/tab_keys.h"
 
-#include "base/text.h"
-
-#include <string>
+#include "windows/forms/mnemonic.h"
 
 namespace windows {
 namespace {
@@ -21,13 +19,6 @@ int stepOf(WPARAM key) noexcept {
     }
 }
 
-// In upper case; "" when the title marks none.
-std::u16string mnemonicOf(const std::string& title) {
-    const std::u16string text = base::toUtf16(base::upperCase(title));
-    const std::size_t mark = text.find(u'&');
-    return mark == std::u16string::npos ? std::u16string() : text.substr(mark + 1, 1);
-}
-
 } // namespace
 
 std::optional<std::size_t> tabAskedFor(const MSG& message, const ui::TabStrip& strip) {
@@ -37,9 +28,9 @@ std::optional<std::size_t> tabAskedFor(const MSG& message, const ui::TabStrip& s
             return (strip.selected() + count + static_cast<std::size_t>(step)) % count;
         }
     } else if (message.message == WM_SYSCHAR) {
-        const std::u16string letter(1, static_cast<char16_t>(message.wParam));
+        const char16_t letter = upperCase(static_cast<char16_t>(message.wParam));
         for (std::size_t index = 0; index < count; ++index) {
-            if (mnemonicOf(strip.tabs()[index].title) == base::toUtf16(base::upperCase(base::toUtf8(letter)))) {
+            if (letter != 0 && mnemonicOf(strip.tabs()[index].title) == letter) {
                 return index;
             }
         }

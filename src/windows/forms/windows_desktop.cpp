@@ -11,7 +11,9 @@
 #include "windows/forms/input_box.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
+#include <utility>
 
 namespace windows {
 namespace {
@@ -32,6 +34,24 @@ public:
 
 private:
     Step m_step;
+};
+
+// The host of a control that shows something modal waits as long as this lives.
+class HostWaits {
+public:
+    explicit HostWaits(std::shared_ptr<ControlWindow> control) : m_control(std::move(control)) { tell(true); }
+    HostWaits(const HostWaits&) = delete;
+    HostWaits& operator=(const HostWaits&) = delete;
+    ~HostWaits() { tell(false); }
+
+private:
+    void tell(bool begins) const noexcept {
+        if (m_control) {
+            m_control->hostWaits(begins);
+        }
+    }
+
+    std::shared_ptr<ControlWindow> m_control;
 };
 
 UINT styleOf(ui::Buttons buttons, ui::Icon icon, HWND owner) noexcept {
@@ -59,6 +79,7 @@ void WindowsDesktop::showModal(ui::Form& form) {
         return;
     }
     flush();
+    const HostWaits host(runningControl());
     const DpiAwareness awareness;
     const Finally pass([this] { passQuitOn(); }); // once the window is gone
     FormWindow window(m_module, form, boxOwner());
@@ -133,13 +154,30 @@ void WindowsDesktop::doEvents() {
 
 void WindowsDesktop::quit(int exitCode) {
     m_quit = exitCode;
-    for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window) {
-        (*window)->close();
-    }
+    closeForms();
     for (ControlWindow* const window : m_embedded) {
         window->stop();
     }
     passQuitOn();
+}
+
+void WindowsDesktop::closeForms(std::size_t left) noexcept {
+    for (std::size_t index = m_windows.size(); index > left; --index) {
+        m_windows[index - 1]->close();
+    }
+}
+
+void WindowsDesktop::release(ControlWindow& window) noexcept {
+    std::erase(m_embedded, &window);
+    if (const auto first = std::ranges::find(m_running, &window, &Running::window); first != m_running.end()) {
+        closeForms(first->formsBefore);
+    }
+}
+
+void WindowsDesktop::leave(ControlWindow& window) noexcept {
+    const auto last = std::find_if(m_running.rbegin(), m_running.rend(),
+                                   [&](const Running& running) { return running.window == &window; });
+    m_running.erase(std::prev(last.base()));
 }
 
 void WindowsDesktop::passQuitOn() {
@@ -157,7 +195,14 @@ void WindowsDesktop::flush() {
 }
 
 HWND WindowsDesktop::boxOwner() const noexcept {
-    return m_windows.empty() || !m_windows.back()->visible() ? nullptr : m_windows.back()->handle();
+    if (m_windows.empty()) {
+        return m_running.empty() ? nullptr : m_running.back().window->hostWindow();
+    }
+    return m_windows.back()->visible() ? m_windows.back()->handle() : nullptr;
+}
+
+std::shared_ptr<ControlWindow> WindowsDesktop::runningControl() const noexcept {
+    return !m_windows.empty() || m_running.empty() ? nullptr : m_running.back().window->shared_from_this();
 }
 
 ui::Answer WindowsDesktop::messageBox(std::string_view text, ui::Buttons buttons, ui::Icon icon,
@@ -166,9 +211,14 @@ ui::Answer WindowsDesktop::messageBox(std::string_view text, ui::Buttons buttons
         return closingAnswer(buttons);
     }
     flush();
+    const HostWaits host(runningControl());
     const DpiAwareness awareness;
     const CommonControlsScope styles(m_module);
     const HWND owner = boxOwner();
+    DisabledWindows others;
+    if (owner != nullptr) {
+        others.disable(owner); // a host may have more windows than the one around the control
+    }
     switch (MessageBoxW(owner, toWide(text).c_str(), toWide(title).c_str(), styleOf(buttons, icon, owner))) {
     case IDOK: return ui::Answer::Ok;
     case IDYES: return ui::Answer::Yes;
@@ -190,11 +240,10 @@ std::string WindowsDesktop::openFile(const ui::OpenFileRequest& request) {
     flush();
     const DpiAwareness awareness;
     const CommonControlsScope styles(m_module);
+    const HostWaits host(runningControl());
     const HWND owner = boxOwner();
     DisabledWindows others;
-    if (owner == nullptr) {
-        others.disable(nullptr); // the dialog itself disables only an owner
-    }
+    others.disable(owner); // the dialog itself disables only an owner
     return chooseFile(owner, request);
 }
 

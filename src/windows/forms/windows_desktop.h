@@ -4,6 +4,8 @@
 #include "ui/desktop.h"
 
 #include <atomic>
+#include <cstddef>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -31,9 +33,18 @@ public:
     // The window of a user control in a host's window, of this thread. It takes keys from doEvents() too, and its
     // control stops when the host's loop is told to end. It leaves before it goes.
     void embed(ControlWindow& window) { m_embedded.push_back(&window); }
-    void release(ControlWindow& window) noexcept { std::erase(m_embedded, &window); }
+    // The forms that its routines show close.
+    void release(ControlWindow& window) noexcept;
+    // One of its routines begins, and ends: what they show belongs to the host's window.
+    void enter(ControlWindow& window) { m_running.push_back({&window, m_windows.size()}); }
+    void leave(ControlWindow& window) noexcept;
 
 private:
+    struct Running {
+        ControlWindow* window;
+        std::size_t formsBefore;
+    };
+
     void runLoop(const FormWindow& window);
     void dispatch(MSG& message);
     [[nodiscard]] bool previewEmbedded(MSG& message);
@@ -42,16 +53,22 @@ private:
     void quit(int exitCode);
     void passQuitOn();
     void flush();
-    // The window of the form shown last, unless it has hidden itself; null without one.
+    // The window of the form shown last, unless it has hidden itself. Without a form, the host's window around the
+    // control that runs. Null where there is neither.
     [[nodiscard]] HWND boxOwner() const noexcept;
+    // The control whose routine runs, unless it shows a form already; null without one.
+    [[nodiscard]] std::shared_ptr<ControlWindow> runningControl() const noexcept;
+    // All but so many of the outermost.
+    void closeForms(std::size_t left = 0) noexcept;
 
     HINSTANCE m_module;
     std::vector<FormWindow*> m_windows; // the outermost first
     std::vector<ControlWindow*> m_embedded;
-    std::atomic<int> m_shown{0}; // as many, for other threads to ask
-    std::optional<int> m_quit;   // while forms unwind
-    ULONGLONG m_lastFlush = 0;   // milliseconds
-    ULONGLONG m_lastPump = 0;    // milliseconds; 0: not since the running handler started
+    std::vector<Running> m_running; // the innermost last; a control may be there more than once
+    std::atomic<int> m_shown{0};    // as many, for other threads to ask
+    std::optional<int> m_quit;      // while forms unwind
+    ULONGLONG m_lastFlush = 0;      // milliseconds
+    ULONGLONG m_lastPump = 0;       // milliseconds; 0: not since the running handler started
 };
 
 } // namespace windows

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include <commctrl.h>
@@ -74,6 +75,31 @@ TEST_F(Embedded, AContainerThatRefusesGetsNoWindow) {
     EXPECT_EQ(container.object->SetClientSite(nullptr), S_OK);
     EXPECT_EQ(container.controlWindow(), nullptr);
     EXPECT_EQ(container.object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), E_UNEXPECTED);
+}
+
+TEST_F(Embedded, AContainerMayComeBackOrChangeItsMindWhileItIsAsked) {
+    const Calls asked{"CanInPlaceActivate", "OnInPlaceActivate", "GetWindowContext", "ShowObject"};
+    container.onCall = [&](const std::string& call) {
+        if (std::ranges::find(asked, call) != asked.end()) {
+            EXPECT_EQ(container.doVerb(OLEIVERB_UIACTIVATE), OLEOBJ_S_CANNOT_DOVERB_NOW) << call;
+        }
+    };
+    EXPECT_EQ(container.doVerb(OLEIVERB_SHOW), S_OK);
+    EXPECT_EQ(container.calls, asked);
+    for (std::size_t at = 0; at < asked.size(); ++at) {
+        SCOPED_TRACE(asked[at]);
+        container.onCall = nullptr;
+        container.object->Close(OLECLOSE_NOSAVE);
+        container.calls.clear();
+        container.onCall = [&](const std::string& call) {
+            if (call == asked[at]) {
+                container.object->Close(OLECLOSE_NOSAVE);
+            }
+        };
+        EXPECT_EQ(container.doVerb(OLEIVERB_UIACTIVATE), E_ABORT);
+        EXPECT_EQ(container.controlWindow(), nullptr);
+        EXPECT_EQ(std::ranges::count(container.calls, "OnInPlaceDeactivate"), at == 0 ? 0 : 1);
+    }
 }
 
 TEST_F(Embedded, ClosedDuringARunItStopsAndKeepsQuiet) {

@@ -25,6 +25,7 @@ class Embedded : public testing::Test {
 protected:
     Embedded() {
         const auto globals = std::make_shared<fakes::FakeLateBound>();
+        globals->addProperty("gProfileNumber", std::string("1001"));
         globals->addProperty("gWebService", std::string("Supplier"));
         globals->addProperty("gSettingString", std::string("Shop"));
         globals->addProperty("gQuorVantisPath", std::string("C:\\QV\\"));

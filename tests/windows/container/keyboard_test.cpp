@@ -89,6 +89,37 @@ TEST_F(Keyboard, KeysThatTheControlDoesNotKnowAreTheContainers) {
     EXPECT_EQ(as<IOleInPlaceActiveObject>()->TranslateAccelerator(nullptr), E_POINTER);
 }
 
+TEST_F(Keyboard, AltAndALetterPressFromAnywhereInTheContainer) {
+    const auto control = as<IOleControl>();
+    CONTROLINFO info{};
+    info.cb = sizeof info;
+    EXPECT_EQ(control->GetControlInfo(&info), S_OK);
+    EXPECT_EQ(info.cAccel, 0U) << "neither box is shown";
+    EXPECT_EQ(info.dwFlags, DWORD{CTRLINFO_EATS_RETURN | CTRLINFO_EATS_ESCAPE});
+
+    engine->SetDownloadVisible(true);
+    container.runUntil([&] { return !container.calls.empty(); });
+    EXPECT_EQ(container.calls, Calls{"OnControlInfoChanged"});
+    EXPECT_EQ(control->GetControlInfo(&info), S_OK);
+    MSG key{};
+    key.message = WM_SYSKEYDOWN;
+    key.wParam = 'D';
+    key.lParam = 1 << 29; // Alt is down
+    hold(VK_MENU, true);
+    EXPECT_TRUE(IsAccelerator(info.hAccel, info.cAccel, &key, nullptr));
+    hold(VK_MENU, false);
+    key.message = WM_SYSCHAR;
+    key.wParam = 'd';
+    EXPECT_TRUE(IsAccelerator(info.hAccel, info.cAccel, &key, nullptr));
+    SetFocus(container.fieldBehind());
+    EXPECT_EQ(control->OnMnemonic(&key), S_OK);
+    EXPECT_TRUE(engine->cDownloadFiles.checked());
+    EXPECT_EQ(GetFocus(), window("cDownloadFiles"));
+    key.hwnd = GetFocus();
+    EXPECT_EQ(as<IOleInPlaceActiveObject>()->TranslateAccelerator(&key), S_OK) << "and from inside";
+    EXPECT_FALSE(engine->cDownloadFiles.checked());
+}
+
 TEST_F(Keyboard, DuringARunTheKeysComeThroughAllTheSame) {
     runWith([&] {
         waitInside(focusOn(window("cmdCancel"))); // OK is dead by now
