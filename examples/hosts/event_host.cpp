@@ -3,7 +3,7 @@
 //   event_host.exe
 //
 // Ends with the line END and exit code 0, or with the step that failed and exit code 1.
-#include "late_bound.h"
+#include "host_support.h"
 
 #include <cstdio>
 
@@ -12,7 +12,7 @@
 #include <ocidl.h>
 #include <oleauto.h>
 
-using namespace late_bound;
+using namespace host;
 
 namespace {
 
@@ -27,25 +27,10 @@ const char* const kEvents[] = {"",
                                "RegisterServer",
                                "UnregisterServer"};
 
-// Prints what it hears. Lives on the stack, so it is not counted.
-class Sink final : public IDispatch {
+// Prints what it hears.
+class Sink final : public StackObject {
 public:
-    explicit Sink(REFIID events) : m_events(events) {}
-    virtual ~Sink() = default;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == m_events;
-        *object = known ? static_cast<IDispatch*>(this) : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    using StackObject::StackObject;
 
     // An event. Its arguments come in reverse order; DownloadStart's first one, the command's name, is the last here.
     HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
@@ -56,10 +41,29 @@ public:
         std::printf("event %s with %u arguments\n", kEvents[event], arguments->cArgs);
         return S_OK;
     }
-
-private:
-    IID m_events;
 };
+
+// A method with at most one argument, or a property, by its name.
+HRESULT invoke(IDispatch* object, const wchar_t* member, WORD flags, VARIANT* argument) {
+    LPOLESTR name = const_cast<LPOLESTR>(member);
+    DISPID id = 0;
+    const HRESULT found = object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+    if (FAILED(found)) {
+        return found;
+    }
+    DISPID putId = DISPID_PROPERTYPUT;
+    const bool isPut = (flags & DISPATCH_PROPERTYPUT) != 0;
+    DISPPARAMS arguments{argument, isPut ? &putId : nullptr, argument != nullptr ? 1U : 0U, isPut ? 1U : 0U};
+    return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, nullptr, nullptr, nullptr);
+}
+
+HRESULT putText(IDispatch* object, const wchar_t* property, const wchar_t* text) {
+    const Text held(text);
+    VARIANT value;
+    V_VT(&value) = VT_BSTR;
+    V_BSTR(&value) = held.value;
+    return invoke(object, property, DISPATCH_PROPERTYPUT, &value);
+}
 
 // The control's window would be served here; this host has none and only lets waiting messages through.
 void pump() {
@@ -91,9 +95,8 @@ bool run() {
         return false;
     }
     std::printf("connected\n");
-    const bool ready =
-        done("Setting the address", putText(control.value, L"sWebAddress", L"http://localhost/")) &&
-        done("SetProgressBarMax", invoke(control.value, L"SetProgressBarMax", DISPATCH_METHOD, nullptr, nullptr));
+    const bool ready = done("Setting the address", putText(control.value, L"sWebAddress", L"http://localhost/")) &&
+                       done("SetProgressBarMax", invoke(control.value, L"SetProgressBarMax", DISPATCH_METHOD, nullptr));
     pump();
     return done("Disconnecting", point->Unadvise(cookie)) && ready;
 }

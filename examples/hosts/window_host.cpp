@@ -1,17 +1,22 @@
-// A compiled host with the send/receive control in a window of its own. The container is the system's, in atl.dll.
+// A compiled host with the send/receive control on a window of its own: early-bound, with its own globals object, and a
+// sink for the events. The container is the system's, in atl.dll.
 //
-//   window_host.exe
+//   window_host.exe [DATAFOLDER\ [WEBADDRESS]]
 //
-// Ends, when the window is closed, with the line END and exit code 0, or with the step that failed and exit code 1.
-#include "late_bound.h"
+// Prints the events. Ends, when the window is closed or the user cancels, with the line END and exit code 0, or with
+// the step that failed and exit code 1.
+#include "host_globals.h"
+#include "host_support.h"
+// Made from the type library; the package has it. Microsoft's compiler can #import the DLL instead.
+#include "quorvantisimage.h"
 
 #include <cstdio>
 
 #include <windows.h>
 
-#include <oleauto.h>
+#include <ocidl.h>
 
-using namespace late_bound;
+using namespace host;
 
 namespace {
 
@@ -31,6 +36,7 @@ Function fromAtl(const char* name) {
 LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SIZE: MoveWindow(GetWindow(window, GW_CHILD), 0, 0, LOWORD(lParam), HIWORD(lParam), TRUE); return 0;
+    case WM_SETFOCUS: SetFocus(GetWindow(window, GW_CHILD)); return 0;
     case WM_DESTROY: PostQuitMessage(0); return 0;
     default: return DefWindowProcW(window, message, wParam, lParam);
     }
@@ -53,46 +59,67 @@ HWND makeWindow() {
     return window;
 }
 
-// What the control needs to know before it can show its commands.
-bool setUp(IDispatch* control) {
-    Held<IDispatch> globals;
-    VARIANT commands;
-    VARIANT text;
-    VariantInit(&commands);
-    V_VT(&text) = VT_BSTR;
-    V_BSTR(&text) = SysAllocString(L"<commands><command name='prices' displaytext='Prices' show='yes'/>"
-                                   L"<command name='orders' displaytext='Orders' show='yes'/></commands>");
-    const bool ready =
-        done("Creating globals", create(L"QuorvantisImage.clsQVI_Globals", &globals.value)) &&
-        done("Naming the settings", putText(globals.value, L"gSettingString", L"QuorvantisSample")) &&
-        done("Setting the globals", putObject(control, L"Globals", globals.value)) &&
-        done("Setting the address", putText(control, L"sWebAddress", L"http://localhost/")) &&
-        done("Reading the document", invoke(control, L"domCommands", DISPATCH_PROPERTYGET, nullptr, &commands)) &&
-        done("Filling it", invoke(V_DISPATCH(&commands), L"loadXML", DISPATCH_METHOD, &text, nullptr)) &&
-        done("LoadCommands", invoke(control, L"LoadCommands", DISPATCH_METHOD, nullptr, nullptr));
-    VariantClear(&text);
-    VariantClear(&commands);
-    return ready;
+// Hears the control. The arguments of an event come in reverse order.
+class Sink final : public StackObject {
+public:
+    explicit Sink(HWND window) : StackObject(__uuidof(__ucSendReceive)), m_window(window) {}
+
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        switch (event) {
+        case 1: print(L"DownloadComplete", arguments); return S_OK;
+        case 2: print(L"DownloadStart", arguments); return S_OK;
+        case 3:
+            std::printf("Cancelled\n");
+            PostMessageW(m_window, WM_CLOSE, 0, 0); // not at once: the control is still at work
+            return S_OK;
+        case 4: std::printf("SendReceiveCompleted\n"); return S_OK;
+        default: return DISP_E_MEMBERNOTFOUND; // not handled, which is no failure
+        }
+    }
+
+private:
+    // The name of the command comes by reference: another one that is put there is ignored.
+    static void print(const wchar_t* event, const DISPPARAMS* arguments) {
+        std::printf("%ls %ls\n", event, *V_BSTRREF(&arguments->rgvarg[arguments->cArgs - 1]));
+    }
+
+    HWND m_window;
+};
+
+// The commands, in the document that a new control has. A host with an XML library hands over its own: put_domCommands.
+bool fillCommands(_ucSendReceive* control) {
+    const Text text(L"<commands profile='1001'>"
+                    L"<command name='prices' displaytext='Prices' show='yes' checked='yes'/>"
+                    L"<command name='orders' displaytext='Orders' show='yes'/></commands>");
+    Held<IDispatch> object;
+    Held<_XmlDocument> document;
+    VARIANT_BOOL wellFormed = VARIANT_FALSE;
+    return done("Asking for the document", control->get_domCommands(&object.value)) &&
+           done("Asking for its members", object->QueryInterface(__uuidof(_XmlDocument), document.out())) &&
+           done("Filling it", document->loadXML(text.value, &wellFormed)) && wellFormed != VARIANT_FALSE;
 }
 
-bool run() {
-    const auto initialise = fromAtl<AtlAxWinInit>("AtlAxWinInit");
-    const auto getControl = fromAtl<AtlAxGetControl>("AtlAxGetControl");
-    if (initialise == nullptr || getControl == nullptr || !initialise()) {
-        std::printf("There is no atl.dll\n");
-        return false;
-    }
-    const HWND window = makeWindow();
-    Held<IUnknown> inside;
-    Held<IDispatch> control;
-    if (!done("Showing the control", getControl(GetWindow(window, GW_CHILD), &inside.value)) ||
-        !done("Asking for its members", inside->QueryInterface(IID_IDispatch, control.out())) ||
-        !setUp(control.value)) {
-        return false;
-    }
-    ShowWindow(window, SW_SHOW);
+// What the control needs to know before it can show its commands.
+bool setUp(_ucSendReceive* control, Globals& globals, const wchar_t* webAddress) {
+    const Text address(webAddress);
+    return done("Setting the globals", control->putref_Globals(&globals)) &&
+           done("Setting the address", control->put_sWebAddress(address.value)) && fillCommands(control) &&
+           done("LoadCommands", control->LoadCommands()) && done("Setcolors", control->Setcolors());
+}
+
+bool connect(_ucSendReceive* control, Sink& sink, Held<IConnectionPoint>& point, DWORD& cookie) {
+    Held<IConnectionPointContainer> connections;
+    return done("Asking for connections", control->QueryInterface(IID_IConnectionPointContainer, connections.out())) &&
+           done("Finding the events", connections->FindConnectionPoint(__uuidof(__ucSendReceive), &point.value)) &&
+           done("Connecting", point->Advise(&sink, &cookie));
+}
+
+// Keys are offered to the control first. A set-up program that the control starts ends the host, whose files it
+// replaces.
+void handleMessages(HWND window, const Globals& globals) {
     MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    while (!globals.busyWithUpgrade() && GetMessageW(&message, nullptr, 0, 0) > 0) {
         const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
         const bool taken = isKey && SendMessageW(GetWindow(window, GW_CHILD), kForwardedMessage, 0,
                                                  reinterpret_cast<LPARAM>(&message)) != 0;
@@ -101,14 +128,41 @@ bool run() {
             DispatchMessageW(&message);
         }
     }
-    return true;
+}
+
+bool run(const wchar_t* dataFolder, const wchar_t* webAddress) {
+    const auto initialise = fromAtl<AtlAxWinInit>("AtlAxWinInit");
+    const auto getControl = fromAtl<AtlAxGetControl>("AtlAxGetControl");
+    if (initialise == nullptr || getControl == nullptr || !initialise()) {
+        std::printf("There is no atl.dll\n");
+        return false;
+    }
+    // What the control may call outlives it.
+    const HWND window = makeWindow();
+    Globals globals(dataFolder, L"QuorvantisSample");
+    Sink sink(window);
+    Held<IUnknown> inside;
+    Held<_ucSendReceive> control;
+    Held<IConnectionPoint> point;
+    DWORD cookie = 0;
+    if (!done("Showing the control", getControl(GetWindow(window, GW_CHILD), &inside.value)) ||
+        !done("Asking for its members", inside->QueryInterface(__uuidof(_ucSendReceive), control.out())) ||
+        !connect(control.value, sink, point, cookie) || !setUp(control.value, globals, webAddress)) {
+        DestroyWindow(window);
+        return false;
+    }
+    ShowWindow(window, SW_SHOW);
+    handleMessages(window, globals);
+    DestroyWindow(window); // the user may have closed it already
+    return done("Disconnecting", point->Unadvise(cookie));
 }
 
 } // namespace
 
-int main() {
+int wmain(int count, wchar_t** arguments) {
+    std::setvbuf(stdout, nullptr, _IONBF, 0); // whoever reads along sees each event at once
     OleInitialize(nullptr);
-    const bool succeeded = run();
+    const bool succeeded = run(count > 1 ? arguments[1] : L"", count > 2 ? arguments[2] : L"http://localhost/");
     OleUninitialize();
     if (succeeded) {
         std::printf("END\n");
