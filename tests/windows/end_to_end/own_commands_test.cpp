@@ -49,6 +49,15 @@ TEST_F(OwnCommands, AccountsFailQuietlyAndEveryCommandKeepsItsDate) {
                           "\"><accountdate number=\"B04711\" orders=\"" + today() + "\"/></accountdates>"));
 }
 
+TEST_F(OwnCommands, ASampleHostSendsThroughTheControlOnItsOwnWindow) {
+    startWindowHost();
+    pressInWindowHost(L"OK");
+    play("wait frmLogin\ntype txtPassword secret\nkey Enter\nhost-prints SendReceiveCompleted\n");
+    pressInWindowHost(L"Cancel");
+    EXPECT_EQ(hostEnds(), kCompleted);
+    EXPECT_EQ(requests(), "prices lastdate=\n");
+}
+
 TEST_F(OwnCommands, TheAlternateAddressIsOfferedOnceAndCanBeTickedBefore) {
     setSetting("Supplier", "AltURL", webAddress);
     // A proxy that takes no connection is no hindrance: the alternate address is reached without it.

@@ -4,6 +4,9 @@
 #include <ctime>
 #include <fstream>
 #include <sstream>
+#include <string_view>
+
+#include <windows.h>
 
 namespace end_to_end {
 namespace {
@@ -13,6 +16,21 @@ std::string asScriptText(std::string text) {
         text.insert(at, 1, '\\');
     }
     return "'" + text + "'";
+}
+
+struct ButtonSearch {
+    const wchar_t* text;
+    HWND found;
+};
+
+BOOL CALLBACK matchButton(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<ButtonSearch*>(parameter);
+    std::array<wchar_t, 50> text{};
+    GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+    if (text.data() == std::wstring_view(search.text) && IsWindowEnabled(window) && IsWindowVisible(window)) {
+        search.found = window;
+    }
+    return search.found == nullptr ? TRUE : FALSE;
 }
 
 } // namespace
@@ -49,6 +67,22 @@ void OwnHost::startControl(const std::string& commands, const std::string& optio
     m_logged = contentsOf(supplierFile("requests.log")).size();
     startProgram("control_host", "\"" + folder() + "\\\" " + webAddress + " " + std::to_string(timeOut.count()));
     play("wait frmQVI_sendreceive");
+}
+
+void OwnHost::startWindowHost() {
+    m_logged = contentsOf(supplierFile("requests.log")).size();
+    startProgram("window_host", "\"" + folder() + "\\\" " + webAddress);
+}
+
+void OwnHost::pressInWindowHost(const wchar_t* button) const {
+    waitUntil("the button can be pressed", [&] {
+        ButtonSearch search{button, nullptr};
+        const HWND window = FindWindowW(L"WindowHost", nullptr);
+        if (window != nullptr && IsWindowEnabled(window)) {
+            EnumChildWindows(window, matchButton, reinterpret_cast<LPARAM>(&search));
+        }
+        return search.found != nullptr && PostMessageW(search.found, BM_CLICK, 0, 0);
+    });
 }
 
 void OwnHost::logIn(const std::string& password) {

@@ -22,6 +22,10 @@ protected:
 
     // The options are members of a JScript object: "A: 'b', C: 'd'".
     void startControl(const std::string& commands, const std::string& options = "");
+    // Starts the sample with a window of its own around the control (examples/hosts).
+    void startWindowHost();
+    // Presses a button of the control in that window, once it can be pressed.
+    void pressInWindowHost(const wchar_t* button) const;
     // Presses OK and logs in; the run is on its way then.
     void logIn(const std::string& password = "secret");
     // Waits until the run is over, and nothing is left to be answered.
