@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <string>
 
 #include <commctrl.h>
@@ -75,6 +76,24 @@ TEST_F(Embedded, AContainerThatRefusesGetsNoWindow) {
     EXPECT_EQ(container.object->SetClientSite(nullptr), S_OK);
     EXPECT_EQ(container.controlWindow(), nullptr);
     EXPECT_EQ(container.object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), E_UNEXPECTED);
+}
+
+TEST_F(Embedded, HidingAndDeactivatingTakeItsWindowAway) {
+    ComPtr<IOleClientSite> site;
+    EXPECT_EQ(container.object->GetClientSite(&site), S_OK);
+    EXPECT_EQ(site, container.site);
+    EXPECT_EQ(container.doVerb(OLEIVERB_DISCARDUNDOSTATE), S_OK) << "there is none";
+    const auto inPlace = as<IOleInPlaceObject>();
+    const std::function<HRESULT()> ways[] = {[&] { return container.doVerb(OLEIVERB_HIDE); },
+                                             [&] { return inPlace->InPlaceDeactivate(); }};
+    for (const auto& way : ways) {
+        ASSERT_EQ(container.doVerb(OLEIVERB_SHOW), S_OK);
+        EXPECT_EQ(way(), S_OK);
+        EXPECT_EQ(container.calls.back(), "OnInPlaceDeactivate");
+        HWND window = nullptr;
+        EXPECT_EQ(inPlace->GetWindow(&window), E_FAIL);
+        EXPECT_EQ(inPlace->SetObjectRects(&Container::kPlace, nullptr), E_UNEXPECTED);
+    }
 }
 
 TEST_F(Embedded, AContainerMayComeBackOrChangeItsMindWhileItIsAsked) {

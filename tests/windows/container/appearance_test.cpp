@@ -23,6 +23,29 @@ HBRUSH backgroundOf(HWND dialog, UINT message, HWND window) {
     return brush;
 }
 
+COLORREF textColorIn(HWND dialog) {
+    const HDC device = GetDC(dialog);
+    SendMessageW(dialog, WM_CTLCOLORDLG, reinterpret_cast<WPARAM>(device), reinterpret_cast<LPARAM>(dialog));
+    const COLORREF color = GetTextColor(device);
+    ReleaseDC(dialog, device);
+    return color;
+}
+
+// Writes down what it is told.
+class AdviseSink final : public windows::com::ComObject<IAdviseSink> {
+public:
+    explicit AdviseSink(Calls& heard) : m_heard(heard) {}
+
+    void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
+    void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { m_heard.push_back("OnViewChange"); }
+    void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
+    void STDMETHODCALLTYPE OnSave() override {}
+    void STDMETHODCALLTYPE OnClose() override { m_heard.push_back("OnClose"); }
+
+private:
+    Calls& m_heard;
+};
+
 COLORREF colorOf(HBRUSH brush) {
     LOGBRUSH description{};
     GetObjectW(brush, sizeof description, &description);
@@ -70,6 +93,7 @@ TEST_F(Embedded, TheContainersColoursReachWhatHasNoneOfItsOwn) {
     const HWND dialog = container.controlWindow();
     EXPECT_EQ(colorOf(backgroundOf(dialog, WM_CTLCOLORDLG, dialog)), RGB(10, 20, 30));
     EXPECT_EQ(colorOf(backgroundOf(dialog, WM_CTLCOLORSTATIC, window("lProgress"))), RGB(10, 20, 30));
+    EXPECT_EQ(textColorIn(dialog), RGB(255, 0, 0));
     engine->lProgress.setBackColor(RGB(1, 2, 3));
     EXPECT_EQ(colorOf(backgroundOf(dialog, WM_CTLCOLORSTATIC, window("lProgress"))), RGB(1, 2, 3));
 
@@ -87,11 +111,13 @@ TEST_F(Embedded, IsDrawnWithoutAWindow) {
     const HBITMAP bitmap = CreateCompatibleBitmap(screen, 200, 100);
     SelectObject(device, bitmap);
     PatBlt(device, 0, 0, 200, 100, BLACKNESS);
+    SetTextColor(device, RGB(1, 2, 3));
     const RECTL bounds{10, 10, 190, 90};
     const auto view = as<IViewObject>();
     EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, device, &bounds, nullptr, nullptr, 0), S_OK);
     EXPECT_EQ(GetPixel(device, 15, 15), GetSysColor(COLOR_BTNFACE));
     EXPECT_EQ(GetPixel(device, 5, 5), RGB(0, 0, 0)) << "nothing outside";
+    EXPECT_EQ(GetTextColor(device), RGB(1, 2, 3)) << "as it was";
     EXPECT_EQ(view->Draw(DVASPECT_ICON, -1, nullptr, nullptr, nullptr, device, &bounds, nullptr, nullptr, 0),
               DV_E_DVASPECT);
     EXPECT_EQ(container.controlWindow(), nullptr);
@@ -105,6 +131,34 @@ TEST_F(Embedded, IsDrawnWithoutAWindow) {
     EXPECT_GT(GetEnhMetaFileBits(recorded, 0, nullptr), sizeof(ENHMETAHEADER) + 100);
     DeleteEnhMetaFile(recorded);
     ReleaseDC(nullptr, screen);
+}
+
+TEST_F(Embedded, TellsOfItsViewAndOfItsEnd) {
+    Calls heard;
+    const auto sink = windows::com::adopt(new AdviseSink(heard));
+    DWORD stays = 0;
+    DWORD leaves = 0;
+    EXPECT_EQ(container.object->Unadvise(1), OLE_E_NOCONNECTION);
+    EXPECT_EQ(container.object->Advise(sink.Get(), &stays), S_OK);
+    EXPECT_EQ(container.object->Advise(sink.Get(), &leaves), S_OK);
+    EXPECT_EQ(container.object->Unadvise(leaves), S_OK);
+    ComPtr<IEnumSTATDATA> all;
+    EXPECT_EQ(container.object->EnumAdvise(&all), S_OK);
+    EXPECT_NE(all, nullptr);
+    EXPECT_EQ(container.object->Close(OLECLOSE_NOSAVE), S_OK);
+    EXPECT_EQ(heard, Calls{"OnClose"});
+    EXPECT_EQ(container.object->Unadvise(stays), S_OK);
+
+    heard.clear();
+    const auto view = as<IViewObject>();
+    ComPtr<IAdviseSink> kept;
+    EXPECT_EQ(view->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, sink.Get()), S_OK);
+    EXPECT_EQ(view->GetAdvise(nullptr, nullptr, &kept), S_OK);
+    EXPECT_EQ(kept, sink);
+    EXPECT_EQ(view->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST | ADVF_ONLYONCE, sink.Get()), S_OK);
+    EXPECT_EQ(view->GetAdvise(nullptr, nullptr, &kept), S_OK);
+    EXPECT_EQ(kept, nullptr);
+    EXPECT_EQ(heard, (Calls{"OnViewChange", "OnViewChange"}));
 }
 
 TEST_F(Embedded, HasNothingToStoreAndSaysWhatItIs) {
@@ -124,6 +178,16 @@ TEST_F(Embedded, HasNothingToStoreAndSaysWhatItIs) {
     DWORD status = 0;
     EXPECT_EQ(container.object->GetMiscStatus(DVASPECT_CONTENT, &status), S_OK);
     EXPECT_NE(status & OLEMISC_ACTIVATEWHENVISIBLE, 0U);
+    EXPECT_EQ(container.object->GetMiscStatus(DVASPECT_ICON, &status), S_OK);
+    EXPECT_EQ(status, 0U);
+    ULARGE_INTEGER size{};
+    size.QuadPart = 1;
+    EXPECT_EQ(storage->GetSizeMax(&size), S_OK);
+    EXPECT_EQ(size.QuadPart, 0U);
+    ComPtr<IEnumOLEVERB> verbs;
+    ComPtr<IMoniker> moniker;
+    EXPECT_EQ(container.object->EnumVerbs(&verbs), OLEOBJ_E_NOVERBS);
+    EXPECT_EQ(container.object->GetMoniker(OLEGETMONIKER_ONLYIFTHERE, OLEWHICHMK_OBJFULL, &moniker), E_NOTIMPL);
 }
 
 TEST_F(Embedded, AnswersWithOneIdentityToExactlyTheseInterfaces) {

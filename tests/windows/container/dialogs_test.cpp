@@ -84,15 +84,17 @@ TEST_F(Dialogs, OfAMethodThatTheHostCallsAreTheContainersToo) {
     EXPECT_EQ(told("EnableModeless yes"), 2);
 }
 
-TEST_F(Dialogs, CloseWithTheControlAndWithTheContainersWindow) {
+TEST_F(Dialogs, CloseWithTheControlAndWithTheirOrTheContainersWindow) {
     whileLoggingIn([&] { container.object->Close(OLECLOSE_NOSAVE); });
     EXPECT_EQ(container.controlWindow(), nullptr);
     container.doVerb(OLEIVERB_UIACTIVATE);
     EXPECT_EQ(told("EnableModeless yes"), 1);
+    whileLoggingIn([&] { DestroyWindow(test::formWindow("frmLogin")); });
+    EXPECT_EQ(told("EnableModeless yes"), 2);
     whileLoggingIn([&] { DestroyWindow(container.window()); });
     EXPECT_EQ(container.controlWindow(), nullptr);
     container.object->Close(OLECLOSE_NOSAVE);
-    EXPECT_EQ(told("EnableModeless yes"), 2);
+    EXPECT_EQ(told("EnableModeless yes"), 3);
 }
 
 } // namespace
