@@ -71,6 +71,7 @@ TEST_F(Embedded, TheContainerDecidesOnTheSize) {
     EXPECT_EQ(sizeOf(window("lvCommands")).cx, list.cx + 68) << "grows along";
     EXPECT_EQ(container.object->SetExtent(DVASPECT_CONTENT, &wanted), S_OK);
     EXPECT_EQ(container.calls.size(), 1U) << "nothing new";
+    EXPECT_EQ(container.object->SetExtent(DVASPECT_ICON, &wanted), DV_E_DVASPECT);
     SIZEL negative{-1, 1};
     EXPECT_EQ(container.object->SetExtent(DVASPECT_CONTENT, &negative), E_INVALIDARG);
 
@@ -184,6 +185,8 @@ TEST_F(Embedded, HasNothingToStoreAndSaysWhatItIs) {
     size.QuadPart = 1;
     EXPECT_EQ(storage->GetSizeMax(&size), S_OK);
     EXPECT_EQ(size.QuadPart, 0U);
+    LOGPALETTE* palette = nullptr;
+    EXPECT_EQ(as<IViewObject>()->GetColorSet(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, &palette), S_FALSE);
     ComPtr<IEnumOLEVERB> verbs;
     ComPtr<IMoniker> moniker;
     EXPECT_EQ(container.object->EnumVerbs(&verbs), OLEOBJ_E_NOVERBS);

@@ -43,6 +43,11 @@ TEST_F(Keyboard, TabWalksThroughTheControlAndOutAtBothEnds) {
     EXPECT_EQ(container.calls, (Calls{"OnFocus lost", "Tab on"}));
     EXPECT_EQ(as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
     EXPECT_EQ(container.activeObject(), nullptr);
+    SetFocus(window("cmdOK"));
+    SetFocus(container.fieldBehind());
+    container.doVerb(OLEIVERB_UIACTIVATE);
+    EXPECT_EQ(GetFocus(), window("cmdOK")) << "where it was last";
+    SetFocus(container.fieldBehind());
 
     hold(VK_SHIFT, true);
     MSG tab{};
