@@ -46,12 +46,8 @@ public:
         return put(m_link.gSettingString, value);
     }
 
-    HRESULT STDMETHODCALLTYPE ShowForm() noexcept override {
-        return run([this] { m_link.ShowForm(); });
-    }
-    HRESULT STDMETHODCALLTYPE ShowFormSendReceive() noexcept override {
-        return run([this] { m_link.ShowFormSendReceive(); });
-    }
+    HRESULT STDMETHODCALLTYPE ShowForm() noexcept override;
+    HRESULT STDMETHODCALLTYPE ShowFormSendReceive() noexcept override;
 
 private:
     entry::clsQVI_Link m_link;

@@ -196,7 +196,7 @@ void WindowsDesktop::flush() {
 
 HWND WindowsDesktop::boxOwner() const noexcept {
     if (m_windows.empty()) {
-        return m_running.empty() ? nullptr : m_running.back().window->hostWindow();
+        return m_running.empty() || m_ownerless != 0 ? nullptr : m_running.back().window->hostWindow();
     }
     return m_windows.back()->visible() ? m_windows.back()->handle() : nullptr;
 }

@@ -30,6 +30,18 @@ public:
     [[nodiscard]] std::string openFile(const ui::OpenFileRequest& request) override;
     void doEvents() override;
 
+    // As long as one lives, no form belongs to a host's window, whatever control runs there.
+    class Ownerless {
+    public:
+        explicit Ownerless(WindowsDesktop& desktop) noexcept : m_count(desktop.m_ownerless) { ++m_count; }
+        ~Ownerless() { --m_count; }
+        Ownerless(const Ownerless&) = delete;
+        Ownerless& operator=(const Ownerless&) = delete;
+
+    private:
+        std::atomic<int>& m_count;
+    };
+
     // The window of a user control in a host's window, of this thread. It takes keys from doEvents() too, and its
     // control stops when the host's loop is told to end. It leaves before it goes.
     void embed(ControlWindow& window) { m_embedded.push_back(&window); }
@@ -64,11 +76,12 @@ private:
     HINSTANCE m_module;
     std::vector<FormWindow*> m_windows; // the outermost first
     std::vector<ControlWindow*> m_embedded;
-    std::vector<Running> m_running; // the innermost last; a control may be there more than once
-    std::atomic<int> m_shown{0};    // as many, for other threads to ask
-    std::optional<int> m_quit;      // while forms unwind
-    ULONGLONG m_lastFlush = 0;      // milliseconds
-    ULONGLONG m_lastPump = 0;       // milliseconds; 0: not since the running handler started
+    std::vector<Running> m_running;  // the innermost last; a control may be there more than once
+    std::atomic<int> m_ownerless{0}; // other threads ask for forms too, which they do not get while one is shown
+    std::atomic<int> m_shown{0};     // as many as there are windows, for other threads to ask
+    std::optional<int> m_quit;       // while forms unwind
+    ULONGLONG m_lastFlush = 0;       // milliseconds
+    ULONGLONG m_lastPump = 0;        // milliseconds; 0: not since the running handler started
 };
 
 } // namespace windows

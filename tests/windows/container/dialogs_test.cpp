@@ -1,5 +1,7 @@
 // What the control asks in dialogs of its own while it is in a container, and what the container may do meanwhile.
+#include "windows/com/clsQVI_Link_object.h"
 #include "windows/container/embedded.h"
+#include "windows/event_sink.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +9,9 @@
 
 namespace container_test {
 namespace {
+
+using Microsoft::WRL::ComPtr;
+using windows::com::adopt;
 
 class Dialogs : public Embedded {
 protected:
@@ -95,6 +100,36 @@ TEST_F(Dialogs, CloseWithTheControlAndWithTheirOrTheContainersWindow) {
     EXPECT_EQ(container.controlWindow(), nullptr);
     container.object->Close(OLECLOSE_NOSAVE);
     EXPECT_EQ(told("EnableModeless yes"), 3);
+}
+
+// A handler of the control's events may open the component's forms.
+TEST(OwnForms, BelongToNoWindowWhoeverRunsAsTheHostAsksForThem) {
+    const com_test::ComApartment apartment;
+    const auto control = adopt(new windows::com::SendReceiveObject);
+    const auto link = adopt(new windows::com::LinkObject);
+    ComPtr<IUnknown> identity;
+    control.As(&identity);
+    Container container(identity);
+    container.doVerb(OLEIVERB_UIACTIVATE);
+    bool shown = false;
+    const auto showForm = [&](DISPID, DISPPARAMS&, EXCEPINFO&) {
+        EXPECT_EQ(link->ShowForm(), S_OK);
+        shown = true;
+        return S_OK;
+    };
+    com_test::Words heard;
+    ComPtr<IConnectionPoint> point;
+    control->FindConnectionPoint(__uuidof(__ucSendReceive), &point);
+    const DWORD cookie = com_test::connect(*point.Get(), "e", heard, showForm);
+    test::Person person;
+    person.click(kControl, "cmdCancel")
+        .waitFor("the form", [] { return test::formWindow("frmQVI_Images") != nullptr; })
+        .then([] {
+            EXPECT_EQ(GetWindow(test::formWindow("frmQVI_Images"), GW_OWNER), nullptr);
+            PostMessageW(test::formWindow("frmQVI_Images"), WM_CLOSE, 0, 0);
+        });
+    container.runUntil([&] { return shown; });
+    point->Unadvise(cookie);
 }
 
 } // namespace
