@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <optional>
@@ -38,9 +37,6 @@ public:
         tell(onReceived);
     }
     void idle() override {
-        const auto now = Clock::now();
-        longestGap = std::max(longestGap, now - lastIdle);
-        lastIdle = now;
         ++idles;
         tell(onIdle);
     }
@@ -52,8 +48,6 @@ public:
     std::vector<std::int32_t> statuses;
     std::vector<std::string> headers;
     std::string body;
-    Clock::time_point lastIdle = Clock::now();
-    Clock::duration longestGap{};
 
 private:
     void tell(const std::function<void()>& step) {

@@ -7,6 +7,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+// Longer than a busy machine takes, and far shorter than any peer here is silent.
+constexpr auto kAtOnce = 5s;
+
 using Step = std::function<void()> Listener::*;
 
 struct Stage {
@@ -57,14 +60,14 @@ TEST_P(HttpsEvents, CancelEndsARequestAtOnceAtEveryStage) {
         SCOPED_TRACE(stage.name);
         acted = 0;
         const ports::HttpOutcome end = performUntil(stage, [&] { https->cancel(); });
-        EXPECT_LT(Clock::now() - actedAt, 200ms);
+        EXPECT_LT(Clock::now() - actedAt, kAtOnce);
         EXPECT_EQ(end.kind, Kind::Cancelled) << end.description;
         EXPECT_EQ(acted, 1);
         expectUsable();
     }
     const auto begin = Clock::now();
     https = nullptr;
-    EXPECT_LT(Clock::now() - begin, 200ms); // whatever is still being looked up
+    EXPECT_LT(Clock::now() - begin, kAtOnce); // whatever is still being looked up
 }
 
 TEST_P(HttpsEvents, WhatAnEventRaisesComesOut) {
@@ -74,7 +77,7 @@ TEST_P(HttpsEvents, WhatAnEventRaisesComesOut) {
         EXPECT_EQ(
             base::errorNumber([&] { static_cast<void>(performUntil(stage, [] { throw base::RuntimeError(61); })); }),
             61);
-        EXPECT_LT(Clock::now() - actedAt, 200ms);
+        EXPECT_LT(Clock::now() - actedAt, kAtOnce);
         EXPECT_EQ(acted, 1);
         expectUsable();
     }
