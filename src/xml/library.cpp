@@ -79,6 +79,17 @@ void start() {
     xmlAddEncodingAlias("windows-1252", "CP1252");
 }
 
+// The library has mutexes, tables and a thread-local value, which a DLL must not leave behind. Made before everything
+// that has documents, and so gone after it.
+struct Cleanup {
+    Cleanup() = default;
+    Cleanup(const Cleanup&) = delete;
+    Cleanup& operator=(const Cleanup&) = delete;
+    ~Cleanup() { xmlCleanupParser(); }
+};
+
+const Cleanup kCleanup;
+
 } // namespace
 
 void startLibrary() {

@@ -42,7 +42,7 @@ std::wstring dllPath() {
     return besideThisProgram(L"QuorvantisImage.dll");
 }
 
-LoadedDll::LoadedDll() : m_module(LoadLibraryW(dllPath().c_str())) {
+LoadedDll::LoadedDll(const std::wstring& path) : m_module(LoadLibraryW(path.c_str())) {
     EXPECT_NE(m_module, nullptr) << "error " << GetLastError();
 }
 

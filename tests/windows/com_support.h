@@ -33,10 +33,21 @@ private:
     HRESULT m_result;
 };
 
+// A text as automation wants it.
+struct Text {
+    BSTR value = nullptr;
+    Text() = default;
+    explicit Text(std::wstring_view text) : value(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
+    Text(const Text&) = delete;
+    Text& operator=(const Text&) = delete;
+    ~Text() { SysFreeString(value); }
+    [[nodiscard]] std::wstring str() const { return {value, SysStringLen(value)}; }
+};
+
 // The DLL in memory, called through its entry points as the system calls it.
 class LoadedDll {
 public:
-    LoadedDll();
+    explicit LoadedDll(const std::wstring& path = dllPath());
     LoadedDll(const LoadedDll&) = delete;
     LoadedDll& operator=(const LoadedDll&) = delete;
     ~LoadedDll();

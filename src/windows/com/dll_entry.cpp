@@ -3,6 +3,7 @@
 #include "windows/com/class_table.h"
 #include "windows/com/module.h"
 #include "windows/com/registration.h"
+#include "windows/com/run_time_libraries.h"
 
 #include <windows.h>
 
@@ -10,14 +11,10 @@
 
 using namespace windows::com;
 
-// The thread library's own callback for starting and ending threads.
-extern "C" const PIMAGE_TLS_CALLBACK __xl_f; // NOLINT(readability-identifier-naming): its name there
-
-// Loading does nothing. On unloading, the thread library keeps the handles that it made for the threads still running;
-// to it the unloading thread ends here, or a host that loads and unloads the DLL would lose some each time.
-extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnds) {
+// Loading does nothing.
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) {
-        __xl_f(module, DLL_THREAD_DETACH, nullptr);
+        letRunTimeLibrariesGo();
     }
     return TRUE;
 }
