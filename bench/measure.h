@@ -10,6 +10,12 @@
 #include <utility>
 #include <vector>
 
+#ifdef _WIN32
+#include <windows.h>
+
+#include <psapi.h>
+#endif
+
 namespace bench {
 
 // Wall time of one step, in seconds.
@@ -27,9 +33,14 @@ inline double median(std::vector<double> values) {
     return *middle;
 }
 
-// What this process holds in memory now, in KB. Wine's programs are processes of the system below, which answers for
-// them too.
+// What this process holds in memory now, in KB.
 inline long residentKb() {
+#ifdef _WIN32 // asked through the system: Wine opens files by a process of its own, which /proc/self would be there
+    PROCESS_MEMORY_COUNTERS counters{};
+    counters.cb = sizeof counters;
+    K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return static_cast<long>(counters.WorkingSetSize / 1024);
+#else
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
         if (line.starts_with("VmRSS:")) {
@@ -37,6 +48,7 @@ inline long residentKb() {
         }
     }
     return 0;
+#endif
 }
 
 } // namespace bench
