@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Turns what the DLL writes when it registers itself (print_registry_entries) into what other ways to install need.
 
-    describe_classes.py ENTRIES MANIFEST REGISTRY
+    describe_classes.py x86|x64 ENTRIES MANIFEST REGISTRY
 
 ENTRIES is the list, made for a DLL at {folder}\\QuorvantisImage.dll. MANIFEST becomes the manifest of a registration-free
 assembly; REGISTRY the same list for the Windows Installer, as an include file. A key that this script has no place for
@@ -68,7 +68,7 @@ def interface_element(interface_id, values):
         "proxyStubClsid32": values["ProxyStubClsid32", ""]}, 4)
 
 
-def manifest(entries):
+def manifest(entries, architecture):
     # The version of the classes, not of the product: hosts name it, and a newer DLL must do for them.
     classes = [class_element(*item) for item in by_object(entries, "CLSID").items()]
     libraries = [library_element(*item) for item in by_object(entries, "TypeLib").items()]
@@ -76,7 +76,7 @@ def manifest(entries):
     return "\n".join([
         '<?xml version="1.0" encoding="UTF-8" standalone="yes"?>',
         '<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0">',
-        f'    <assemblyIdentity type="win32" name="{ASSEMBLY}" version="1.0.0.0" processorArchitecture="x86"/>',
+        f'    <assemblyIdentity type="win32" name="{ASSEMBLY}" version="1.0.0.0" processorArchitecture="{architecture}"/>',
         f'    <file name="{DLL}">', *classes, *libraries, "    </file>", *interfaces, "</assembly>", ""])
 
 
@@ -91,9 +91,10 @@ def registry(entries):
 
 
 def main():
-    entries_path, manifest_path, registry_path = sys.argv[1:]
+    platform, entries_path, manifest_path, registry_path = sys.argv[1:]
     entries = read_entries(entries_path)
-    for path, text in ((manifest_path, manifest(entries)), (registry_path, registry(entries))):
+    architecture = {"x86": "x86", "x64": "amd64"}[platform]
+    for path, text in ((manifest_path, manifest(entries, architecture)), (registry_path, registry(entries))):
         with open(path, "w", encoding="utf-8") as file:
             file.write(text)
 

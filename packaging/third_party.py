@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Writes down what is inside the DLL: a bill of materials (SPDX 2.3, JSON) and the licence texts.
+"""Writes down what is inside the DLLs: a bill of materials (SPDX 2.3, JSON) and the licence texts.
 
     third_party.py VERSION STAMP SECONDS FILE... -- SBOM LICENCES
 
-STAMP is the record of the third-party build, SECONDS the time to state (since 1970), FILEs what the bill covers; SBOM is the
-file to write, LICENCES the folder. The versions and texts are those of the packages that this machine built from. The system's own TLS
+STAMP is the record of the third-party build, SECONDS the time to state (since 1970), FILEs what the bill covers, below SBOM's folder; SBOM is
+the file to write, LICENCES the folder. The versions and texts are those of the packages that this machine built from. The system's own TLS
 (Schannel) and cabinet library serve the DLL on Windows, so no other part is inside.
 """
 import hashlib
@@ -36,9 +36,17 @@ def installed_version(package):
     return subprocess.run(["dpkg-query", "-W", "-f", "${Version}", package], check=True, capture_output=True, text=True).stdout
 
 
+def common_version(*packages):
+    """Of packages that are made from one source, one for each platform."""
+    versions = {installed_version(package) for package in packages}
+    if len(versions) != 1:
+        raise SystemExit(f"third_party: the versions of {', '.join(packages)} differ: {', '.join(sorted(versions))}")
+    return versions.pop()
+
+
 def parts(stamp):
-    gcc = installed_version("gcc-mingw-w64-i686-posix-runtime")
-    mingw = installed_version("mingw-w64-i686-dev")
+    gcc = common_version("gcc-mingw-w64-i686-posix-runtime", "gcc-mingw-w64-x86-64-posix-runtime")
+    mingw = common_version("mingw-w64-i686-dev", "mingw-w64-x86-64-dev")
     exception = "GPL-3.0-or-later WITH GCC-exception-3.1"
     return [
         Part("libxml2", stamped_version(stamp, "libxml2"), "MIT", "https://gitlab.gnome.org/GNOME/libxml2", "libxml2",
@@ -70,24 +78,26 @@ def described_part(part):
     }
 
 
-def described_file(path):
+def described_file(path, folder):
     with open(path, "rb") as file:
         content = file.read()
+    name = os.path.relpath(path, folder)
     return {
-        "SPDXID": spdx_id("File", os.path.basename(path)), "fileName": "./" + os.path.basename(path),
+        "SPDXID": spdx_id("File", name), "fileName": "./" + name,
         "checksums": [{"algorithm": name, "checksumValue": hashlib.new(name, content).hexdigest()} for name in ("SHA1", "SHA256")],
         "licenseConcluded": "NOASSERTION", "copyrightText": "NOASSERTION",
     }
 
 
-def bill(version, seconds, files, all_parts):
+def bill(version, seconds, files, folder, all_parts):
     product = "SPDXRef-Package-QuorvantisImage"
-    described = [described_file(path) for path in files]
+    described = [described_file(path, folder) for path in files]
     # The name space tells this document from every other one: by the files that it is about.
     digest = hashlib.sha256("".join(f["checksums"][1]["checksumValue"] for f in described).encode()).hexdigest()
     relationships = [("SPDXRef-DOCUMENT", "DESCRIBES", product)]
     relationships += [(product, "CONTAINS", f["SPDXID"]) for f in described]
-    relationships += [(spdx_id("File", "QuorvantisImage.dll"), "STATIC_LINK", spdx_id("Package", p.name)) for p in all_parts]
+    relationships += [(f["SPDXID"], "STATIC_LINK", spdx_id("Package", p.name))
+                      for f in described if f["fileName"].endswith(".dll") for p in all_parts]
     return {
         "spdxVersion": "SPDX-2.3", "dataLicense": "CC0-1.0", "SPDXID": "SPDXRef-DOCUMENT", "name": f"QuorvantisImage-{version}",
         "documentNamespace": f"urn:quorvantisimage:sbom:{version}:{digest}",
@@ -116,7 +126,7 @@ def main():
     sbom, licences = sys.argv[end + 1:]
     all_parts = parts(stamp)
     with open(sbom, "w", encoding="utf-8") as file:
-        json.dump(bill(version, int(seconds), files, all_parts), file, indent=2)
+        json.dump(bill(version, int(seconds), files, os.path.dirname(sbom), all_parts), file, indent=2)
         file.write("\n")
     copy_licences(licences, all_parts)
 
