@@ -1,6 +1,6 @@
 #include "windows/adapters/wic_picture_decoder.h"
 
-#include "windows/adapters/exif_orientation.h"
+#include "windows/adapters/jpeg_header.h"
 #include "windows/adapters/native_path.h"
 
 #include <algorithm>
@@ -60,12 +60,18 @@ ComPtr<IStream> opened(const std::wstring& path) {
     return stream;
 }
 
-int orientationOf(IStream* file) {
+// The first bytes of the file, which stays at its beginning.
+std::string startOf(IStream* file) {
     std::string start(std::size_t{64} << 10U, '\0');
     ULONG count = 0;
     check(file->Read(start.data(), static_cast<ULONG>(start.size()), &count));
     check(file->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr));
-    return exifOrientation(std::string_view(start).substr(0, count));
+    start.resize(count);
+    return start;
+}
+
+bool isTooLarge(std::uint64_t pixels) {
+    return pixels > kMostPixels;
 }
 
 ComPtr<IWICBitmapFrameDecode> firstFrame(IWICImagingFactory* factory, IStream* file) {
@@ -129,12 +135,16 @@ base::Picture decodeWithin(const std::wstring& path, Size limit) {
     ComPtr<IWICImagingFactory> factory;
     check(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&factory)));
     const ComPtr<IStream> file = opened(path);
-    const int orientation = orientationOf(file.Get());
+    const std::string start = startOf(file.Get());
+    if (isTooLarge(jpegPixelCount(start))) { // Wine's decoder makes room for all pixels before it tells the size
+        throw DecodingFailed();
+    }
+    const int orientation = exifOrientation(start);
     const ComPtr<IWICBitmapFrameDecode> frame = firstFrame(factory.Get(), file.Get());
 
     Size source;
     check(frame->GetSize(&source.width, &source.height)); // from the file's header, before any pixel
-    if (source.width == 0 || source.height == 0 || std::uint64_t{source.width} * source.height > kMostPixels) {
+    if (source.width == 0 || source.height == 0 || isTooLarge(std::uint64_t{source.width} * source.height)) {
         throw DecodingFailed();
     }
     if (swapsSides(orientation)) {

@@ -1,5 +1,6 @@
-#include "windows/adapters/exif_orientation.h"
+#include "windows/adapters/jpeg_header.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -46,6 +47,11 @@ int orientationInTiff(std::string_view tiff) noexcept {
     return kUpright;
 }
 
+// Of the start-of-frame markers 0xFFC0 to 0xFFCF three mean something else.
+bool startsFrame(std::uint32_t marker) noexcept {
+    return (marker & 0xFFF0U) == 0xFFC0 && marker != 0xFFC4 && marker != 0xFFC8 && marker != 0xFFCC;
+}
+
 } // namespace
 
 int exifOrientation(std::string_view jpegStart) noexcept {
@@ -64,6 +70,19 @@ int exifOrientation(std::string_view jpegStart) noexcept {
         segment += 2 + (length < 2 ? 2 : length);
     }
     return kUpright;
+}
+
+std::uint64_t jpegPixelCount(std::string_view jpegStart) noexcept {
+    const Numbers numbers(jpegStart, false);
+    if (numbers.at(0, 2) != 0xFFD8) {
+        return 0;
+    }
+    std::size_t segment = 2;
+    while (numbers.at(segment, 1) == 0xFF && !startsFrame(numbers.at(segment, 2))) {
+        segment += 2 + std::max(numbers.at(segment + 2, 2), 2U);
+    }
+    return startsFrame(numbers.at(segment, 2)) ? std::uint64_t{numbers.at(segment + 5, 2)} * numbers.at(segment + 7, 2)
+                                               : 0;
 }
 
 } // namespace windows
