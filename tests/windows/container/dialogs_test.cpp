@@ -22,7 +22,7 @@ protected:
     ~Dialogs() override { DestroyWindow(second); }
 
     [[nodiscard]] static HWND ownerOf(HWND dialog) { return GetWindow(dialog, GW_OWNER); }
-    [[nodiscard]] long told(const char* call) const { return std::ranges::count(container.calls, call); }
+    [[nodiscard]] std::ptrdiff_t told(const char* call) const { return std::ranges::count(container.calls, call); }
     // Presses OK and does this while the login is shown. Returns when the run has ended.
     void whileLoggingIn(std::function<void()> meanwhile) {
         engine->bLoginNotRequired = false;
