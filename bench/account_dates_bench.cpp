@@ -1,12 +1,12 @@
 // Last dates for a list of commands from a settings document of 10,000 accounts, beside one search of the document for
 // each row. Prints medians; both answer the same, or the program fails.
+#include "exchange/account_dates.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_host_document.h"
 #include "fakes/fake_late_bound.h"
 #include "fakes/one_file.h"
 #include "measure.h"
-#include "sendreceive/account_dates.h"
 
 #include <cstdio>
 #include <functional>
@@ -51,8 +51,8 @@ int main() {
     const auto globals = std::make_shared<fakes::FakeLateBound>();
     globals->addProperty("account", kAccount);
     globals->addProperty("gdomquorvantis", base::ObjectRef(std::make_shared<fakes::FakeHostDocument>(file, text)));
-    const entry::HostGlobals host(globals);
-    const sendreceive::AccountDates dates({desktop, clock, [](std::string_view) {}}, host, entry::HostAccount(host));
+    const host::HostGlobals host(globals);
+    const exchange::AccountDates dates({desktop, clock, [](std::string_view) {}}, host, host::HostAccount(host));
     xml::XmlDocument searched;
     if (!searched.loadXml(text)) {
         return 1;
@@ -63,7 +63,7 @@ int main() {
         std::string answered;
         const double reading = medianSeconds([&] {
             answered.clear();
-            sendreceive::LastDates last = dates.read();
+            exchange::LastDates last = dates.read();
             for (int row = 0; row < rows; ++row) {
                 answered += last.GetLastDate(commandName(row), "yes");
             }

@@ -4,11 +4,11 @@
 // peak memory, read from outside, differs by what an extraction needs. Paths are the target's own.
 #include "baselines/bare_creation.h"
 #include "cabinet/clsCABFile.h"
-#include "entry/diagnostic_log.h"
 #include "fakes/fake_locale.h"
 #include "fakes/fake_settings.h"
 #include "fakes/fake_system_info.h"
 #include "fakes/one_file.h"
+#include "host/diagnostic_log.h"
 #include "measure.h"
 
 #ifdef _WIN32
@@ -93,7 +93,7 @@ private:
     fakes::NoClock m_clock;
     fakes::FakeLocale m_locale;
     fakes::FakeSystemInfo m_system;
-    entry::DiagnosticLog m_log{{m_logFile, m_settings, m_clock, m_platform.ansi, m_locale, m_system}};
+    host::DiagnosticLog m_log{{m_logFile, m_settings, m_clock, m_platform.ansi, m_locale, m_system}};
     cabinet::modCallback m_callback;
     std::shared_ptr<cabinet::clsCABFile> m_cabinet;
 };

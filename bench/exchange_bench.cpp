@@ -6,9 +6,9 @@
 // The folder exists; images.xml and the trace are written there. All but the user, the settings and the host is real.
 #include "baselines/bare_curl.h"
 #include "baselines/bare_libxml2.h"
-#include "entry/late_bound_globals.h"
 #include "fakes/fake_code_page.h"
 #include "fakes/send_receive_services.h"
+#include "host/late_bound_globals.h"
 #include "measure.h"
 #include "sendreceive_form/command_document.h"
 #include "sendreceive_form/frmQVI_sendreceive.h"
@@ -16,7 +16,7 @@
 #ifdef _WIN32
 #include "windows/adapters/ansi_code_page.h"
 #include "windows/adapters/windows_file_system.h"
-#include "windows/adapters/windows_network.h"
+#include "windows/network/windows_network.h"
 #else
 #include "adapters/curl/curl_https.h"
 #include "adapters/posix/posix_file_system.h"
@@ -76,7 +76,7 @@ class Shop final : private sendreceive::Events {
 public:
     Shop(const std::string& folder, const std::string& address) : m_disk(folder) {
         m_control->sWebAddress = address;
-        auto globals = std::make_shared<entry::LateBoundGlobals>();
+        auto globals = std::make_shared<host::LateBoundGlobals>();
         globals->values.gProfileNumber = "1001";
         globals->values.gQuorVantisPath = m_disk.dataFolder;
         m_control->Globals = std::move(globals);
@@ -140,9 +140,9 @@ private:
     CodePage m_ansi;
     Network m_network;
     fakes::SendReceiveServices m_fakes;
-    sendreceive::Services m_services{m_fakes.desktop, m_disk.files,     m_fakes.settings,     m_fakes.clock,
-                                     m_ansi,          m_fakes.locale,   m_fakes.pictures,     m_fakes.login,
-                                     m_network,       m_fakes.programs, m_fakes.all.cabinets, ""};
+    exchange::Services m_services{m_fakes.desktop, m_disk.files,     m_fakes.settings,     m_fakes.clock,
+                                  m_ansi,          m_fakes.locale,   m_fakes.pictures,     m_fakes.login,
+                                  m_network,       m_fakes.programs, m_fakes.all.cabinets, ""};
     sendreceive::frmQVI_sendreceive m_form{m_services, {"1001", m_disk.dataFolder, "Shop", ""}};
     std::shared_ptr<sendreceive::ucSendReceive> m_control = sendreceive::ucSendReceive::create(m_services);
     std::optional<Clock::time_point> m_answered;

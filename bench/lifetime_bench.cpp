@@ -7,9 +7,9 @@
 // both.
 #include "measure.h"
 
-#include "windows/com_support.h"
-#include "windows/form_closer.h"
-#include "windows/live_objects.h"
+#include "windows/com/com_support.h"
+#include "windows/com/form_closer.h"
+#include "windows/com/live_objects.h"
 
 #include "windows/com/quorvantisimage.h"
 

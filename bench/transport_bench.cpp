@@ -5,7 +5,7 @@
 #include "ports/https.h"
 
 #ifdef _WIN32
-#include "windows/adapters/windows_network.h"
+#include "windows/network/windows_network.h"
 #else
 #include "adapters/curl/curl_https.h"
 #endif

@@ -3,12 +3,12 @@
 
 #include "base/runtime_error.h"
 #include "cabinet/clsCABFile.h"
-#include "entry/diagnostic_log.h"
 #include "fakes/fake_code_page.h"
 #include "fakes/fake_locale.h"
 #include "fakes/fake_settings.h"
 #include "fakes/fake_system_info.h"
 #include "fakes/one_file.h"
+#include "host/diagnostic_log.h"
 
 #include <cstdlib>
 #include <memory>
@@ -60,7 +60,7 @@ private:
     fakes::NoClock m_clock;
     fakes::FakeLocale m_locale;
     fakes::FakeSystemInfo m_system;
-    entry::DiagnosticLog m_log{{m_logFile, m_settings, m_clock, ansi, m_locale, m_system}};
+    host::DiagnosticLog m_log{{m_logFile, m_settings, m_clock, ansi, m_locale, m_system}};
     cabinet::modCallback m_callback;
 
 public:

@@ -4,7 +4,7 @@
 //
 // LIBRARY has the type library; FILE stands for the installed DLL's path. One value in a line: the key below the
 // classes root, the value's name (empty: the key's default value) and the text, with tabs between them.
-#include "windows/com/registry_entries.h"
+#include "windows/server/registry_entries.h"
 
 #include <wrl/client.h>
 

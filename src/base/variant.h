@@ -6,11 +6,9 @@
 #include <string>
 #include <variant>
 
-namespace ports {
-class LateBoundObject; // ports/late_bound.h; here a value need only know that it may be an object
-}
-
 namespace base {
+
+class LateBoundObject; // base/late_bound.h; here a value need only know that it may be an object
 
 struct Empty {
     friend bool operator==(Empty, Empty) = default;
@@ -19,7 +17,7 @@ struct Null {
     friend bool operator==(Null, Null) = default;
 };
 
-using ObjectRef = std::shared_ptr<ports::LateBoundObject>;
+using ObjectRef = std::shared_ptr<LateBoundObject>;
 
 // ObjectRef may be null: automation's Nothing.
 using Variant = std::variant<Empty, Null, bool, std::int32_t, double, std::string, ObjectRef>;

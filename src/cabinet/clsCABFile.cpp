@@ -3,10 +3,11 @@
 #include "base/relative_name.h"
 #include "base/resume_next.h"
 #include "base/runtime_error.h"
+#include "base/split_path.h"
 #include "base/text.h"
 #include "cabinet/dos_time.h"
 #include "cabinet/error_texts.h"
-#include "cabinet/target_folder.h"
+#include "ports/ensure_folder.h"
 
 #include <algorithm>
 #include <utility>
@@ -151,7 +152,7 @@ std::uint32_t clsCABFile::fileInCabinet(std::uint32_t mode, ports::FileInCabinet
         return api::kSkip;
     }
     const std::string name = nameOf(file);
-    const auto [folder, plainName] = splitPath(name);
+    const auto [folder, plainName] = base::splitPath(name);
     switch (mode) {
     case kInfo:
         if (matches(name) && m_events != nullptr) {
@@ -182,7 +183,7 @@ std::uint32_t clsCABFile::extractFile(const std::string& name, ports::FileInCabi
         return api::kSkip;
     }
     std::string target = m_services.ansi.encode(path);
-    if (target.size() > api::kLongestTarget || !ensureFolder(m_services.files, splitPath(path).folder)) {
+    if (target.size() > api::kLongestTarget || !ports::ensureFolder(m_services.files, base::splitPath(path).folder)) {
         return api::kSkip;
     }
     file.fullTargetName = std::move(target);
@@ -193,7 +194,7 @@ std::uint32_t clsCABFile::extractFile(const std::string& name, ports::FileInCabi
 // Where a file goes, or "" when its name in the cabinet, which may come from anybody, must not become a path: it leads
 // elsewhere, is no file, or has letters that the code page lacks.
 std::string clsCABFile::targetPath(const std::string& name) {
-    std::string folder = m_destFolder.empty() ? std::string(splitPath(CabName).folder) : m_destFolder;
+    std::string folder = m_destFolder.empty() ? std::string(base::splitPath(CabName).folder) : m_destFolder;
     if (!folder.ends_with('\\')) {
         folder += '\\'; // an empty folder becomes the root of the current drive
     }
@@ -250,7 +251,7 @@ bool clsCABFile::matches(std::string_view name) {
 }
 
 void clsCABFile::appendListing(const std::string& name, const ports::FileInCabinet& file) {
-    const auto [folder, plainName] = splitPath(name);
+    const auto [folder, plainName] = base::splitPath(name);
     const std::string date = m_services.locale.generalDate(fromDosTime(file.dosDate, file.dosTime));
     m_listing += element(element(name, "FULLNAME") + element(plainName, "NAME") + element(date, "DATE") +
                              element(std::to_string(file.size), "SIZE") + element(folder, "PATH"),

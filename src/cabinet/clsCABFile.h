@@ -3,7 +3,7 @@
 
 #include "base/date_time.h"
 #include "cabinet/modCallback.h"
-#include "entry/diagnostic_log.h"
+#include "host/diagnostic_log.h"
 #include "ports/cabinet_api.h"
 #include "ports/code_page.h"
 #include "ports/file_system.h"
@@ -50,7 +50,7 @@ public:
         ports::FileSystem& files;
         ports::CodePage& ansi;
         ports::Locale& locale;
-        entry::DiagnosticLog& log;
+        host::DiagnosticLog& log;
     };
 
     explicit clsCABFile(const Services& services) : m_services(services) {}

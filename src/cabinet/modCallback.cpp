@@ -17,9 +17,4 @@ std::uint32_t modCallback::fileCallback(std::uint32_t context,
     return current ? current->notify(context, notification) : 0;
 }
 
-SplitPath splitPath(std::string_view name) noexcept {
-    const std::size_t length = name.find_last_of('\\') + 1; // 0 when there is none
-    return {name.substr(0, length), name.substr(length)};
-}
-
 } // namespace cabinet

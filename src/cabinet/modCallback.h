@@ -4,7 +4,6 @@
 #include "ports/cabinet_api.h"
 
 #include <memory>
-#include <string_view>
 
 namespace cabinet {
 
@@ -23,13 +22,5 @@ public:
 private:
     std::shared_ptr<clsCABFile> m_current;
 };
-
-struct SplitPath {
-    std::string_view folder; // with its final backslash, or empty
-    std::string_view file;
-};
-
-// Divides a name behind its last backslash. The parts refer to the name.
-[[nodiscard]] SplitPath splitPath(std::string_view name) noexcept;
 
 } // namespace cabinet

@@ -9,7 +9,7 @@ cabinet::clsCABFile::Services cabinetServices(Environment& e) {
     return {e.cabinetApi, e.cabinetCallback, e.fileSystem, e.ansi, e.locale, e.log};
 }
 
-sendreceive::Services sendReceiveServices(Environment& e) {
+exchange::Services sendReceiveServices(Environment& e) {
     return {e.desktop, e.fileSystem, e.settings,         e.clock,          e.ansi, e.locale, e.pictures, e.login,
             e.network, e.programs,   cabinetServices(e), e.componentFolder};
 }

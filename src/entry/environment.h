@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cabinet/modCallback.h"
-#include "entry/diagnostic_log.h"
+#include "host/diagnostic_log.h"
 #include "images/frmQVI_Images.h"
 #include "login/frmLogin.h"
 #include "ports/cabinet_api.h"
@@ -44,7 +44,7 @@ struct Environment {
     // filled by either Show method, and released only at the end of ShowForm.
     std::shared_ptr<images::frmQVI_Images> imageManager = nullptr;
 
-    entry::DiagnosticLog log{{fileSystem, settings, clock, ansi, locale, system}};
+    host::DiagnosticLog log{{fileSystem, settings, clock, ansi, locale, system}};
 
     // The one callback that the cabinet library knows.
     cabinet::modCallback cabinetCallback = {};

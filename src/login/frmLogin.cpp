@@ -18,7 +18,7 @@ constexpr double kDefaultDays = 30;
 constexpr double kMostDays = 1'000'000; // keeps sums of days far from overflow, and never comes due
 
 // How long a password may last; halves go to the even number, as automation rounds.
-std::chrono::days passwordAge(const entry::HostGlobals& globals) {
+std::chrono::days passwordAge(const host::HostGlobals& globals) {
     const double days = base::toNumber(globals.option("PasswChangeDays").value_or("")).value_or(kDefaultDays);
     return std::chrono::days{static_cast<int>(std::nearbyint(std::clamp(days, -kMostDays, kMostDays)))};
 }

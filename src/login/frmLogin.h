@@ -2,8 +2,8 @@
 // demand it. It knows no password to compare with: the server judges.
 #pragma once
 
-#include "entry/host_account.h"
-#include "entry/host_globals.h"
+#include "host/host_account.h"
+#include "host/host_globals.h"
 #include "ports/clock.h"
 #include "ports/data_protection.h"
 #include "ports/settings.h"
@@ -26,8 +26,8 @@ struct LoginServices {
 
 // On whose behalf the user logs in.
 struct LoginHost {
-    entry::HostGlobals globals; // options, gSettingString, gWebService, gProfileNumber
-    entry::HostAccount account;
+    host::HostGlobals globals; // options, gSettingString, gWebService, gProfileNumber
+    host::HostAccount account;
 };
 
 // One object serves all logins of a process: its public fields live on when it is unloaded, so that the user need not

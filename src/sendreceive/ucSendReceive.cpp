@@ -1,10 +1,10 @@
 #include "sendreceive/ucSendReceive.h"
 
 #include "base/runtime_error.h"
-#include "entry/host_account.h"
+#include "exchange/exchange.h"
+#include "exchange/trace_file.h"
+#include "host/host_account.h"
 #include "sendreceive/command_list.h"
-#include "sendreceive/exchange.h"
-#include "sendreceive/trace_file.h"
 #include "ui/report_errors.h"
 
 #include <algorithm>
@@ -39,11 +39,11 @@ private:
 
 } // namespace
 
-std::shared_ptr<ucSendReceive> ucSendReceive::create(const Services& services) {
+std::shared_ptr<ucSendReceive> ucSendReceive::create(const exchange::Services& services) {
     return std::shared_ptr<ucSendReceive>(new ucSendReceive(services));
 }
 
-ucSendReceive::ucSendReceive(const Services& services)
+ucSendReceive::ucSendReceive(const exchange::Services& services)
     : UserControl("ucSendReceive"), lvCommands(*this, "lvCommands", commandColumns()), m_services(services) {
     cAlternate.setText("Use &alternate web address");
     cAlternate.setVisible(false);
@@ -74,7 +74,7 @@ bool ucSendReceive::LoadfrmDial(bool dialMode) {
     const auto self = shared_from_this();
     bool accepted = false;
     reportErrors("LoadfrmDial", [&] {
-        const entry::HostGlobals host = globals();
+        const host::HostGlobals host = globals();
         connection::frmDial form(
             {m_services.desktop, m_services.fileSystem, m_services.settings, m_services.network, dialer(),
              [this](std::string_view line) { WriteSingleLog(std::string(line), false); }},
@@ -100,11 +100,11 @@ bool ucSendReceive::SendReceive(std::string& url, const std::string& method,
     return exchange({url, method, results, request, localFile, dontLoadResults, forceDownload, false});
 }
 
-bool ucSendReceive::exchange(const ExchangeRequest& request) {
+bool ucSendReceive::exchange(const exchange::ExchangeRequest& request) {
     const auto self = shared_from_this();
     bool succeeded = false;
     reportErrors("SendReceive", [&] {
-        exclusively("SendReceive", [&] { succeeded = Exchange(*this, m_services, https(), request).run(); });
+        exclusively("SendReceive", [&] { succeeded = exchange::Exchange(*this, m_services, https(), request).run(); });
     });
     return succeeded;
 }
@@ -124,7 +124,7 @@ void ucSendReceive::LoadCommands() {
         return;
     }
     reportErrors("LoadCommands", [&] {
-        const entry::HostGlobals host = globals();
+        const host::HostGlobals host = globals();
         const std::string service = host.text("gWebService");
         cAlternate.setVisible(!service.empty() &&
                               !m_services.settings.get(host.text("gSettingString"), service, "AltURL").empty());
@@ -134,7 +134,7 @@ void ucSendReceive::LoadCommands() {
         if (!m_commands) {
             throw base::RuntimeError(base::error::kObjectNotSet);
         }
-        LastDates dates = accountDates(host).read();
+        exchange::LastDates dates = accountDates(host).read();
         fillCommandList(lvCommands, *m_commands, [&](const std::string& name, const std::string& accountSpecific) {
             return dates.GetLastDate(name, accountSpecific);
         });
@@ -153,7 +153,7 @@ void ucSendReceive::lvCommands_ItemCheck(std::size_t row) {
 
 void ucSendReceive::SetHTTPSettings() {
     reportErrors("SetHTTPSettings", [&] {
-        const entry::HostGlobals host = globals();
+        const host::HostGlobals host = globals();
         connection::setHttpSettings(https().settings, m_services.settings,
                                     {host.text("gSettingString"), host.text("gWebService"), cAlternate.checked()},
                                     [&](std::string_view line) { WriteSingleLog(std::string(line), false); });
@@ -164,7 +164,7 @@ void ucSendReceive::SetHTTPSettings() {
 void ucSendReceive::WriteSingleLog(const std::string& text, bool restart) {
     reportErrors("WriteSingleLog", [&] {
         const base::Variant folder = globals().valueIfPresent("gQuorVantisPath");
-        TraceFile({m_services.fileSystem, m_services.clock, m_services.ansi, m_services.locale})
+        exchange::TraceFile({m_services.fileSystem, m_services.clock, m_services.ansi, m_services.locale})
             .WriteSingleLog(base::toText(folder), text, restart);
     });
 }
@@ -240,8 +240,8 @@ bool ucSendReceive::reportErrors(std::string_view routine, const std::function<v
     return ui::reportErrors(m_services.desktop, routine, body);
 }
 
-entry::HostGlobals ucSendReceive::globals() const {
-    return entry::HostGlobals(Globals);
+host::HostGlobals ucSendReceive::globals() const {
+    return host::HostGlobals(Globals);
 }
 
 connection::HttpsControl& ucSendReceive::https() {
@@ -258,11 +258,11 @@ ports::Dialer& ucSendReceive::dialer() {
     return *m_dialer;
 }
 
-AccountDates ucSendReceive::accountDates(const entry::HostGlobals& host) {
+exchange::AccountDates ucSendReceive::accountDates(const host::HostGlobals& host) {
     return {{m_services.desktop, m_services.clock,
              [this](std::string_view line) { WriteSingleLog(std::string(line), false); }},
             host,
-            entry::HostAccount(host, Account)};
+            host::HostAccount(host, Account)};
 }
 
 } // namespace sendreceive

@@ -8,11 +8,11 @@
 #include "base/variant.h"
 #include "connection/frmDial.h"
 #include "connection/https_control.h"
-#include "entry/host_globals.h"
-#include "sendreceive/account_dates.h"
+#include "exchange/account_dates.h"
+#include "exchange/services.h"
+#include "host/host_globals.h"
 #include "sendreceive/events.h"
 #include "sendreceive/host_command_document.h"
-#include "sendreceive/services.h"
 #include "ui/controls.h"
 #include "ui/list_view.h"
 #include "ui/user_control.h"
@@ -26,14 +26,16 @@
 #include <string_view>
 #include <vector>
 
-namespace sendreceive {
-
+namespace exchange {
 struct ExchangeRequest;
+}
+
+namespace sendreceive {
 
 class ucSendReceive : public ui::UserControl, public std::enable_shared_from_this<ucSendReceive> {
 public:
     // Shared, because a run holds the control: a handler may close its window and let go of it meanwhile.
-    [[nodiscard]] static std::shared_ptr<ucSendReceive> create(const Services& services);
+    [[nodiscard]] static std::shared_ptr<ucSendReceive> create(const exchange::Services& services);
 
     // The widest and highest picture worth keeping; pixels.
     static constexpr int kPictureExtent = 512;
@@ -148,7 +150,7 @@ protected:
     void UserControl_KeyPress(char16_t& key) override;
 
 private:
-    explicit ucSendReceive(const Services& services);
+    explicit ucSendReceive(const exchange::Services& services);
 
     void cmdOK_Click();
     void lvCommands_ItemCheck(std::size_t row);
@@ -173,7 +175,7 @@ private:
     void setBusy(bool busy);
 
     // SendReceive, which shows what goes wrong.
-    [[nodiscard]] bool exchange(const ExchangeRequest& request);
+    [[nodiscard]] bool exchange(const exchange::ExchangeRequest& request);
     void fire(const std::function<void(Events&)>& event);
     // Runs the body unless an exchange is on its way: then it leaves a trace.
     void exclusively(std::string_view routine, const std::function<void()>& body);
@@ -181,12 +183,12 @@ private:
     void runSetupIfDue();
     // The public methods' error handler.
     bool reportErrors(std::string_view routine, const std::function<void()>& body);
-    [[nodiscard]] entry::HostGlobals globals() const;
+    [[nodiscard]] host::HostGlobals globals() const;
     [[nodiscard]] connection::HttpsControl& https();
     [[nodiscard]] ports::Dialer& dialer();
-    [[nodiscard]] AccountDates accountDates(const entry::HostGlobals& host);
+    [[nodiscard]] exchange::AccountDates accountDates(const host::HostGlobals& host);
 
-    Services m_services;
+    exchange::Services m_services;
     std::shared_ptr<xml::XmlDocument> m_commands;
     std::unique_ptr<HostCommandDocument> m_hostCommands;
     std::vector<Events*> m_listeners;

@@ -1,7 +1,7 @@
 // What the send/receive control shows beside its list: the status line, the progress bar, the picture, its colours.
 #include "base/number.h"
 #include "base/runtime_error.h"
-#include "entry/modStyles.h"
+#include "host/modStyles.h"
 #include "sendreceive/ucSendReceive.h"
 
 #include <initializer_list>
@@ -66,7 +66,7 @@ void ucSendReceive::Setcolors() {
             for (ui::Control* const control : name ? controls : std::initializer_list<ui::Control*>{}) {
                 // An unknown name leaves the colour as it is.
                 const ui::Color now = control->backColor().value_or(standard);
-                const auto color = static_cast<ui::Color>(entry::colorFromName(*name, static_cast<std::int32_t>(now)));
+                const auto color = static_cast<ui::Color>(host::colorFromName(*name, static_cast<std::int32_t>(now)));
                 if (color != now) {
                     control->setBackColor(color);
                 }

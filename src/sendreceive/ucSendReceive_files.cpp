@@ -2,13 +2,14 @@
 #include "sendreceive/ucSendReceive.h"
 
 #include "base/runtime_error.h"
+#include "base/split_path.h"
 #include "cabinet/modCallback.h"
-#include "cabinet/target_folder.h"
-#include "sendreceive/exchange.h"
-#include "sendreceive/file_downloads.h"
-#include "sendreceive/listed_file.h"
-#include "sendreceive/setup_program.h"
-#include "sendreceive/upgrade.h"
+#include "exchange/exchange.h"
+#include "exchange/file_downloads.h"
+#include "exchange/listed_file.h"
+#include "exchange/setup_program.h"
+#include "exchange/upgrade.h"
+#include "ports/ensure_folder.h"
 
 namespace sendreceive {
 
@@ -42,25 +43,24 @@ bool ucSendReceive::checkFiles(const std::shared_ptr<xml::XmlDocument>& results,
             WriteSingleLog("Sub CheckForFileDownloads: not wanted", false);
             return;
         }
-        all = findUpgrade(*results) ? downloadUpgrade(*results, dataFolder)
-                                    : FileDownloads(*this, m_services, dataFolder, forceDownload).run(*results);
+        all = exchange::findUpgrade(*results) ? downloadUpgrade(*results, dataFolder)
+                                    : exchange::FileDownloads(*this, m_services, dataFolder, forceDownload).run(*results);
     });
     return all && finished;
 }
 
 bool ucSendReceive::downloadUpgrade(const xml::XmlDocument& results, const std::string& workingFolder) {
-    return Upgrade(*this, m_services).download(results, workingFolder);
+    return exchange::Upgrade(*this, m_services).download(results, workingFolder);
 }
 
 ucSendReceive::FetchedFile ucSendReceive::fetchFile(const std::string& webname, const std::string& target) {
-    std::string address = fileAddress(sWebAddress, webname);
-    if (gCancelled || address.empty() ||
-        !cabinet::ensureFolder(m_services.fileSystem, cabinet::splitPath(target).folder)) {
+    std::string address = exchange::fileAddress(sWebAddress, webname);
+    if (gCancelled || address.empty() || !ports::ensureFolder(m_services.fileSystem, base::splitPath(target).folder)) {
         WriteSingleLog("Sub SendReceive: not fetched " + webname, false);
         return {};
     }
     const bool succeeded =
-        Exchange(*this, m_services, https(), {address, "GET", nullptr, nullptr, target, true, false, true}).run();
+        exchange::Exchange(*this, m_services, https(), {address, "GET", nullptr, nullptr, target, true, false, true}).run();
     return {succeeded && m_services.fileSystem.fileExists(target), https().announcedFileLength()};
 }
 
@@ -91,8 +91,8 @@ void ucSendReceive::RunSetup() {
         }
         program = folder + "\\QuorVantisSetup.exe";
     }
-    const entry::HostGlobals host = globals();
-    const auto held = SetupCheck(m_services.programs, files, host).beforeStart(program);
+    const host::HostGlobals host = globals();
+    const auto held = exchange::SetupCheck(m_services.programs, files, host).beforeStart(program);
     host.put("gBusyWithUpgrade", true);
     if (m_dialForm != nullptr) {
         m_dialForm->unload();

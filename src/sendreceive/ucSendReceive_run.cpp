@@ -3,10 +3,10 @@
 
 #include "base/runtime_error.h"
 #include "base/text.h"
-#include "entry/host_account.h"
-#include "sendreceive/answer.h"
+#include "exchange/answer.h"
+#include "exchange/exchange.h"
+#include "host/host_account.h"
 #include "sendreceive/command_list.h"
-#include "sendreceive/exchange.h"
 #include "ui/report_errors.h"
 
 #include <algorithm>
@@ -125,9 +125,9 @@ void ucSendReceive::run() {
 bool ucSendReceive::logIn() {
     login::frmLogin& form = m_services.login;
     const LoginLoan loan(form);
-    const entry::HostGlobals host = globals();
+    const host::HostGlobals host = globals();
     form.UserName = host.text("gProfileNumber");
-    form.host = {host, entry::HostAccount(host, Account)};
+    form.host = {host, host::HostAccount(host, Account)};
     form.OKPressed = false;
     form.load();
     form.showModal();
@@ -233,7 +233,7 @@ bool ucSendReceive::sendAndReceive(Command& command) {
     command.results = std::make_shared<xml::XmlDocument>();
     const bool succeeded = exchange(
         {sWebAddress, "POST", command.results, m_sendCommands, "", false, m_forceDownload, false, &command.posted});
-    const xml::XmlNode sent = firstElement(m_sendCommands->documentElement());
+    const xml::XmlNode sent = exchange::firstElement(m_sendCommands->documentElement());
     if (sent && sent.hasAttribute("lastdate")) {
         setCommandAttribute(command, "lastdate", sent.getAttribute("lastdate"));
     }

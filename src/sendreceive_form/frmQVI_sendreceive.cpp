@@ -1,6 +1,6 @@
 #include "sendreceive_form/frmQVI_sendreceive.h"
 
-#include "entry/late_bound_globals.h"
+#include "host/late_bound_globals.h"
 #include "sendreceive_form/command_document.h"
 #include "ui/report_errors.h"
 
@@ -8,7 +8,7 @@
 
 namespace sendreceive {
 
-frmQVI_sendreceive::frmQVI_sendreceive(const Services& services, HostValues values)
+frmQVI_sendreceive::frmQVI_sendreceive(const exchange::Services& services, HostValues values)
     : Form(services.desktop, "frmQVI_sendreceive"),
       m_engine(ucSendReceive::create(services)),
       m_services(services),
@@ -27,7 +27,7 @@ void frmQVI_sendreceive::Form_Load() {
     ui::reportErrors(m_services.desktop, "frmSendReceive.Load", [&] {
         auto commands = std::make_shared<xml::XmlDocument>(makeCommandDocument(
             m_services.fileSystem, m_services.settings, m_values.gQuorVantisPath, m_values.gProfileNumber));
-        auto globals = std::make_shared<entry::LateBoundGlobals>();
+        auto globals = std::make_shared<host::LateBoundGlobals>();
         globals->values.gProfileNumber = m_values.gProfileNumber;
         globals->values.gQuorVantisPath = m_values.gQuorVantisPath;
         globals->values.gSettingString = m_values.gSettingString;

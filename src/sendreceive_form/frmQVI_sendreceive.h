@@ -2,8 +2,8 @@
 // control's events.
 #pragma once
 
+#include "exchange/services.h"
 #include "sendreceive/events.h"
-#include "sendreceive/services.h"
 #include "sendreceive/ucSendReceive.h"
 #include "ui/form.h"
 #include "xml/xml_document.h"
@@ -23,7 +23,7 @@ struct HostValues {
 
 class frmQVI_sendreceive : public ui::Form, private Events {
 public:
-    frmQVI_sendreceive(const Services& services, HostValues values);
+    frmQVI_sendreceive(const exchange::Services& services, HostValues values);
     ~frmQVI_sendreceive() override;
 
 private:
@@ -60,7 +60,7 @@ private:
     void RegisterServer(const std::string&) override {}
     void UnregisterServer(const std::string&) override {}
 
-    Services m_services;
+    exchange::Services m_services;
     HostValues m_values;
 };
 

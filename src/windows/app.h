@@ -11,10 +11,10 @@
 #include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
 #include "windows/adapters/windows_file_system.h"
-#include "windows/adapters/windows_network.h"
 #include "windows/adapters/windows_programs.h"
-#include "windows/com/module.h"
+#include "windows/base/module.h"
 #include "windows/forms/windows_desktop.h"
+#include "windows/network/windows_network.h"
 
 namespace windows {
 
@@ -34,7 +34,7 @@ private:
     App() = default;
     ~App() = default;
 
-    WindowsDesktop m_desktop{com::moduleHandle()};
+    WindowsDesktop m_desktop{moduleHandle()};
     WindowsFileSystem m_fileSystem;
     RegistrySettings m_settings;
     LocalClock m_clock;
@@ -46,9 +46,9 @@ private:
     WindowsPrograms m_programs;
     SetupCabinetApi m_cabinetApi;
     MemoryStatus m_memory;
-    entry::Environment m_environment{m_desktop,    m_fileSystem, m_settings,         m_clock,   m_pictures,
-                                     m_ansi,       m_locale,     m_protection,       m_network, m_programs,
-                                     m_cabinetApi, m_memory,     com::moduleFolder()};
+    entry::Environment m_environment{m_desktop,    m_fileSystem, m_settings,    m_clock,   m_pictures,
+                                     m_ansi,       m_locale,     m_protection,  m_network, m_programs,
+                                     m_cabinetApi, m_memory,     moduleFolder()};
 };
 
 } // namespace windows

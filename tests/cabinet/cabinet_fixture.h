@@ -4,13 +4,13 @@
 #include "base/runtime_error.h"
 #include "cabinet/clsCABFile.h"
 #include "cabinet/recorded_events.h"
-#include "entry/diagnostic_log.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_code_page.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_locale.h"
 #include "fakes/fake_settings.h"
 #include "fakes/fake_system_info.h"
+#include "host/diagnostic_log.h"
 
 #include <gtest/gtest.h>
 
@@ -56,7 +56,7 @@ private:
     fakes::FakeCodePage m_ansi;
     fakes::FakeLocale m_locale;
     fakes::FakeSystemInfo m_system;
-    entry::DiagnosticLog m_log{{logFiles, m_settings, m_clock, m_ansi, m_locale, m_system}};
+    host::DiagnosticLog m_log{{logFiles, m_settings, m_clock, m_ansi, m_locale, m_system}};
     cabinet::clsCABFile::Services m_services;
 
 public:

@@ -1,6 +1,6 @@
 // The reader's own rules against those of the system, and its trace in the root of the real drive C.
 #include "cabinet/dos_time.h"
-#include "entry/diagnostic_log.h"
+#include "host/diagnostic_log.h"
 #include "windows/adapters/ansi_code_page.h"
 #include "windows/adapters/local_clock.h"
 #include "windows/adapters/memory_status.h"
@@ -48,7 +48,7 @@ TEST(DiagnosticLog, LandsInTheRootOfTheDriveWithTheSystemsFigures) {
     windows::AnsiCodePage ansi;
     windows::UserLocale locale;
     windows::MemoryStatus memory;
-    entry::DiagnosticLog log({files, settings, clock, ansi, locale, memory});
+    host::DiagnosticLog log({files, settings, clock, ansi, locale, memory});
     log.WriteLog("first", true, false);
     log.WriteLog("second", false, false);
     EXPECT_THAT(files.readFile("C:\\QuorvantisLog.txt"),

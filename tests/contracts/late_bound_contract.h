@@ -1,4 +1,4 @@
-// What every ports::LateBoundObject must do, run against the fake and against real automation objects.
+// What every base::LateBoundObject must do, run against the fake and against real automation objects.
 //
 // The object under test has the properties Text "C:\QV\", Flag true, Number 12, Real 2.5 and Nothing_yet (Empty), the
 // method Join(a, b), which returns a & "+" & b, and for the error contract the method Fail, which
@@ -6,8 +6,8 @@
 #pragma once
 
 #include "base/error_number.h"
+#include "base/late_bound.h"
 #include "base/runtime_error.h"
-#include "ports/late_bound.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ namespace contracts {
 
 struct LateBoundSubject {
     std::string name;
-    std::function<std::shared_ptr<ports::LateBoundObject>()> make;
+    std::function<std::shared_ptr<base::LateBoundObject>()> make;
 };
 
 inline std::ostream& operator<<(std::ostream& out, const LateBoundSubject& subject) {
@@ -29,7 +29,7 @@ inline std::ostream& operator<<(std::ostream& out, const LateBoundSubject& subje
 
 class LateBoundContract : public testing::TestWithParam<LateBoundSubject> {
 protected:
-    std::shared_ptr<ports::LateBoundObject> object = GetParam().make();
+    std::shared_ptr<base::LateBoundObject> object = GetParam().make();
 };
 
 TEST_P(LateBoundContract, ReadsEachTypeOfValueByNameInAnyCase) {

@@ -1,10 +1,10 @@
 #include "contracts/cabinet_world.h"
 #include "contracts/scratch_folder.h"
 #include "windows/adapters/ansi_code_page.h"
-#include "windows/adapters/handles.h"
 #include "windows/adapters/setup_cabinet_api.h"
-#include "windows/adapters/wide.h"
 #include "windows/adapters/windows_file_system.h"
+#include "windows/base/handles.h"
+#include "windows/base/wide.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include "peers/internet_options.h"
 #include "peers/trusted_authority.h"
-#include "windows/adapters/windows_network.h"
+#include "windows/network/windows_network.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,9 @@
 #include "contracts/programs_contract.h"
 #include "contracts/scratch_folder.h"
 #include "peers/trusted_authority.h"
-#include "windows/adapters/handles.h"
-#include "windows/adapters/wide.h"
 #include "windows/adapters/windows_programs.h"
+#include "windows/base/handles.h"
+#include "windows/base/wide.h"
 
 #include <cstdlib>
 #include <fstream>

@@ -5,13 +5,13 @@
 #include "contracts/picture_decoder_contract.h"
 #include "contracts/scratch_folder.h"
 #include "contracts/settings_contract.h"
-#include "windows/adapters/handles.h"
 #include "windows/adapters/registry_settings.h"
 #include "windows/adapters/user_data_protection.h"
 #include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
-#include "windows/adapters/wide.h"
 #include "windows/adapters/windows_file_system.h"
+#include "windows/base/handles.h"
+#include "windows/base/wide.h"
 
 #include <map>
 

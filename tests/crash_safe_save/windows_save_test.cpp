@@ -1,9 +1,9 @@
 // What the save does about other programs that hold its files, and about the target's own access rights.
 #include "base/error_number.h"
 #include "contracts/scratch_folder.h"
-#include "windows/adapters/handles.h"
-#include "windows/adapters/wide.h"
 #include "windows/adapters/windows_file_system.h"
+#include "windows/base/handles.h"
+#include "windows/base/wide.h"
 
 #include <gtest/gtest.h>
 

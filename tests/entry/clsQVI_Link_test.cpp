@@ -1,6 +1,7 @@
 // The host's view of the entry class: values in, a modal call, results out.
 #include "entry/clsQVI_Link.h"
 
+#include "base/late_bound.h"
 #include "base/runtime_error.h"
 #include "entry/environment.h"
 #include "fakes/fake_clock.h"
@@ -15,7 +16,6 @@
 #include "fakes/fake_settings.h"
 #include "fakes/fake_system_info.h"
 #include "fakes/scripted_cabinet_api.h"
-#include "ports/late_bound.h"
 #include "sendreceive_form/frmQVI_sendreceive.h"
 
 #include <gtest/gtest.h>

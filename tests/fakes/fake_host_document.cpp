@@ -19,7 +19,7 @@ void enter(const FakeHostDocument::Failures& failures, std::string_view member) 
     throw base::RuntimeError(base::error::kNoSuchMember);
 }
 
-class FakeHostNode final : public ports::LateBoundObject {
+class FakeHostNode final : public base::LateBoundObject {
 public:
     FakeHostNode(xml::XmlNode node, std::shared_ptr<FakeHostDocument::Failures> failures)
         : m_node(std::move(node)), m_failures(std::move(failures)) {}

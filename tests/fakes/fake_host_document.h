@@ -1,8 +1,8 @@
 // A host's own document object, as hosts make it with the platform's library: late-bound, with the conventional names.
 #pragma once
 
+#include "base/late_bound.h"
 #include "ports/file_system.h"
-#include "ports/late_bound.h"
 #include "xml/xml_document.h"
 
 #include <cstdint>
@@ -15,7 +15,7 @@ namespace fakes {
 
 // Has xml, documentElement, createElement and save; nodes have selectSingleNode, appendChild, getAttribute and
 // setAttribute. What is not there is Nothing, an absent attribute Null.
-class FakeHostDocument final : public ports::LateBoundObject {
+class FakeHostDocument final : public base::LateBoundObject {
 public:
     // `files` takes what is saved; not owned. Throws std::invalid_argument when the text is no document; "" is an empty
     // one.

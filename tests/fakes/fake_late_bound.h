@@ -1,7 +1,7 @@
 // A host's automation object, such as its globals object, with the members that a test gives it.
 #pragma once
 
-#include "ports/late_bound.h"
+#include "base/late_bound.h"
 
 #include <cstdint>
 #include <functional>
@@ -12,7 +12,7 @@
 
 namespace fakes {
 
-class FakeLateBound final : public ports::LateBoundObject {
+class FakeLateBound final : public base::LateBoundObject {
 public:
     using Method = std::function<base::Variant(const std::vector<base::Variant>&)>;
 

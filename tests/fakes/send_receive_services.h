@@ -1,6 +1,7 @@
 // Everything that a send/receive control works with, in memory.
 #pragma once
 
+#include "exchange/services.h"
 #include "fakes/fake_clock.h"
 #include "fakes/fake_code_page.h"
 #include "fakes/fake_data_protection.h"
@@ -13,7 +14,6 @@
 #include "fakes/fake_settings.h"
 #include "fakes/fake_system_info.h"
 #include "fakes/scripted_cabinet_api.h"
-#include "sendreceive/services.h"
 
 namespace fakes {
 
@@ -35,21 +35,21 @@ struct SendReceiveServicesOn {
     FakePrograms programs;
     ScriptedCabinetApi cabinetApi;
     FakeSystemInfo system;
-    entry::DiagnosticLog log{{files, settings, clock, ansi, locale, system}};
+    host::DiagnosticLog log{{files, settings, clock, ansi, locale, system}};
     cabinet::modCallback cabinetCallback;
     login::frmLogin login{{desktop, settings, protection, clock}};
-    sendreceive::Services all{desktop,
-                              files,
-                              settings,
-                              clock,
-                              ansi,
-                              locale,
-                              pictures,
-                              login,
-                              network,
-                              programs,
-                              {cabinetApi, cabinetCallback, files, ansi, locale, log},
-                              "C:\\Program Files\\QuorvantisImage"};
+    exchange::Services all{desktop,
+                           files,
+                           settings,
+                           clock,
+                           ansi,
+                           locale,
+                           pictures,
+                           login,
+                           network,
+                           programs,
+                           {cabinetApi, cabinetCallback, files, ansi, locale, log},
+                           "C:\\Program Files\\QuorvantisImage"};
 };
 
 using SendReceiveServices = SendReceiveServicesOn<FakeDesktop>;

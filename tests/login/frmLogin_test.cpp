@@ -26,7 +26,7 @@ protected:
             const auto found = options.find(base::toText(arguments.at(0)));
             return found == options.end() ? base::Variant() : found->second;
         });
-        form.host = {entry::HostGlobals(globals), entry::HostAccount(entry::HostGlobals(globals))};
+        form.host = {host::HostGlobals(globals), host::HostAccount(host::HostGlobals(globals))};
         form.UserName = "4711";
     }
 
@@ -241,7 +241,7 @@ TEST_F(frmLoginTest, TheRecordIsUnreadableAndGoodForOneLoginOnly) {
     EXPECT_TRUE(forced());
     const auto account = std::make_shared<fakes::FakeLateBound>();
     account->addProperty("account", "other");
-    form.host.account = entry::HostAccount(form.host.globals, account);
+    form.host.account = host::HostAccount(form.host.globals, account);
     EXPECT_FALSE(forced());
 }
 

@@ -1,7 +1,7 @@
 // A test's authority among those that the user of this Wine prefix trusts.
 #pragma once
 
-#include "windows/adapters/certificate_chain.h"
+#include "windows/network/certificate_chain.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 // Files that an answer names: where they come from, which are wanted, and where they end up.
 #include "sendreceive/file_downloads_fixture.h"
-#include "sendreceive/listed_file.h"
+#include "exchange/listed_file.h"
 
 namespace sendreceive {
 namespace {
@@ -108,7 +108,7 @@ TEST_F(FileDownloadsTest, WhatTheServerMeansByANameDependsOnTheService) {
         {"https://h/", "HTTPS://h/a", "HTTPS://h/a"},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(fileAddress(row.service, row.webname), row.address) << row.service << " " << row.webname;
+        EXPECT_EQ(exchange::fileAddress(row.service, row.webname), row.address) << row.service << " " << row.webname;
     }
 }
 

@@ -3,8 +3,8 @@
 #include "contracts/scratch_folder.h"
 #include "fakes/silent_run.h"
 #include "images/folder_files.h"
-#include "windows/adapters/wide.h"
 #include "windows/adapters/windows_file_system.h"
+#include "windows/base/wide.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The dialer over the real service, as far as a machine without a modem goes: nobody is there, and it says so.
-#include "windows/adapters/ras_dialer.h"
+#include "windows/network/ras_dialer.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "drive/failure.h"
 #include "drive/screen.h"
 #include "drive/wide.h"
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 
 #include <array>
 #include <cstddef>

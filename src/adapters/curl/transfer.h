@@ -1,9 +1,9 @@
 // One request on its way through libcurl.
 #pragma once
 
-#include "adapters/curl/answer_head.h"
 #include "adapters/curl/curl_handles.h"
 #include "adapters/curl/curl_system.h"
+#include "adapters/http/answer_head.h"
 #include "ports/https.h"
 
 #include <array>

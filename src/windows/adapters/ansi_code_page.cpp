@@ -2,7 +2,7 @@
 
 #include "base/runtime_error.h"
 #include "base/text.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 #include <limits>
 

@@ -1,8 +1,8 @@
 #include "windows/adapters/crash_safe_save.h"
 
 #include "base/runtime_error.h"
-#include "windows/adapters/handles.h"
-#include "windows/adapters/win32_error.h"
+#include "windows/base/handles.h"
+#include "windows/base/win32_error.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 // Saving a file so that a process killed at any instant leaves the old file or the new one, whole.
 #pragma once
 
-#include "windows/adapters/retry.h"
+#include "windows/base/retry.h"
 
 #include <string>
 #include <string_view>

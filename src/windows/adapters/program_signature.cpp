@@ -1,8 +1,8 @@
 #include "windows/adapters/program_signature.h"
 
-#include "windows/adapters/certificate_chain.h"
 #include "windows/adapters/signed_message.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
+#include "windows/network/certificate_chain.h"
 
 #include <string_view>
 

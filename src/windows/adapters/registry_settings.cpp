@@ -1,8 +1,8 @@
 #include "windows/adapters/registry_settings.h"
 
 #include "base/runtime_error.h"
-#include "windows/adapters/handles.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/handles.h"
+#include "windows/base/wide.h"
 
 #include <optional>
 

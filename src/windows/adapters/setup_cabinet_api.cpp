@@ -1,6 +1,6 @@
 #include "windows/adapters/setup_cabinet_api.h"
 
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "windows/adapters/user_data_protection.h"
 
 #include "base/runtime_error.h"
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #include "windows/adapters/user_locale.h"
 
-#include "windows/adapters/automation_date.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
+#include "windows/com/automation_date.h"
 
 #include <memory>
 #include <type_traits>

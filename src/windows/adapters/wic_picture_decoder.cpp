@@ -1,7 +1,7 @@
 #include "windows/adapters/wic_picture_decoder.h"
 
 #include "windows/adapters/jpeg_header.h"
-#include "windows/adapters/native_path.h"
+#include "windows/base/native_path.h"
 
 #include <algorithm>
 #include <cmath>

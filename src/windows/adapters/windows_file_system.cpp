@@ -2,10 +2,10 @@
 
 #include "base/runtime_error.h"
 #include "windows/adapters/crash_safe_save.h"
-#include "windows/adapters/handles.h"
-#include "windows/adapters/native_path.h"
-#include "windows/adapters/wide.h"
-#include "windows/adapters/win32_error.h"
+#include "windows/base/handles.h"
+#include "windows/base/native_path.h"
+#include "windows/base/wide.h"
+#include "windows/base/win32_error.h"
 
 #include <limits>
 #include <utility>

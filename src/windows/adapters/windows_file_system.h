@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ports/file_system.h"
-#include "windows/adapters/retry.h"
+#include "windows/base/retry.h"
 
 namespace windows {
 

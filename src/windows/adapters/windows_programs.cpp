@@ -1,10 +1,10 @@
 #include "windows/adapters/windows_programs.h"
 
 #include "base/runtime_error.h"
-#include "windows/adapters/handles.h"
-#include "windows/adapters/native_path.h"
 #include "windows/adapters/program_signature.h"
-#include "windows/adapters/win32_error.h"
+#include "windows/base/handles.h"
+#include "windows/base/native_path.h"
+#include "windows/base/win32_error.h"
 
 #include <utility>
 #include <vector>

@@ -1,7 +1,7 @@
 // The base of every COM object of this DLL: identity, lifetime, and its part in keeping the DLL loaded.
 #pragma once
 
-#include "windows/com/module.h"
+#include "windows/base/module.h"
 
 #include <windows.h>
 

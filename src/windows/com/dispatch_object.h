@@ -1,7 +1,7 @@
 // A host's automation object, reached by member names.
 #pragma once
 
-#include "ports/late_bound.h"
+#include "base/late_bound.h"
 
 #include <windows.h>
 
@@ -11,7 +11,7 @@
 namespace windows::com {
 
 // Used from the apartment that it was made in.
-class DispatchObject final : public ports::LateBoundObject {
+class DispatchObject final : public base::LateBoundObject {
 public:
     // `dispatch` is not null.
     explicit DispatchObject(Microsoft::WRL::ComPtr<IDispatch> dispatch) : m_dispatch(std::move(dispatch)) {}

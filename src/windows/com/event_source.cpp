@@ -1,6 +1,6 @@
 #include "windows/com/event_source.h"
 
-#include "windows/adapters/automation_date.h"
+#include "windows/com/automation_date.h"
 #include "windows/com/automation_text.h"
 #include "windows/com/dispatch_error.h"
 

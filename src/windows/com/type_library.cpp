@@ -1,7 +1,7 @@
 #include "windows/com/type_library.h"
 
+#include "windows/base/module.h"
 #include "windows/com/error_boundary.h"
-#include "windows/com/module.h"
 
 namespace windows::com {
 

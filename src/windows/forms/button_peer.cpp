@@ -1,7 +1,7 @@
 #include "windows/forms/button_peer.h"
 
-#include "windows/adapters/handles.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/handles.h"
+#include "windows/base/wide.h"
 #include "windows/forms/paint_color.h"
 
 #include <string>

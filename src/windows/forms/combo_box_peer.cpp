@@ -1,6 +1,6 @@
 #include "windows/forms/combo_box_peer.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 #include <string>
 

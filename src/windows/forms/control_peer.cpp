@@ -1,6 +1,6 @@
 #include "windows/forms/control_peer.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 #include "windows/forms/paint_color.h"
 #include "windows/forms/window_text.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ui/control.h"
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 
 #include <cstdint>
 

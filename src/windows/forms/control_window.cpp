@@ -3,7 +3,7 @@
 #include "base/runtime_error.h"
 #include "ui/desktop.h"
 #include "ui/keys.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 #include "windows/forms/control_dialog.h"
 #include "windows/forms/control_ids.h"
 #include "windows/forms/dpi.h"

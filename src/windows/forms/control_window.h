@@ -5,7 +5,7 @@
 #pragma once
 
 #include "ui/user_control.h"
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 #include "windows/forms/container_view.h"
 #include "windows/forms/focus_watch.h"
 

@@ -1,6 +1,6 @@
 #include "windows/forms/file_dialog.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 #include <algorithm>
 #include <optional>

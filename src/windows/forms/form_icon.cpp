@@ -1,6 +1,6 @@
 #include "windows/forms/form_icon.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 namespace windows {
 namespace {

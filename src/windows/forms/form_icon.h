@@ -1,7 +1,7 @@
 // A form's icon, from a file into the caption and the task bar.
 #pragma once
 
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 
 #include <string>
 

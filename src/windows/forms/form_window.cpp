@@ -1,7 +1,7 @@
 #include "windows/forms/form_window.h"
 
 #include "base/runtime_error.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 #include "windows/forms/common_controls.h"
 #include "windows/forms/control_ids.h"
 #include "windows/forms/dpi.h"

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "ui/form.h"
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 #include "windows/forms/container_view.h"
 #include "windows/forms/disabled_windows.h"
 #include "windows/forms/form_icon.h"

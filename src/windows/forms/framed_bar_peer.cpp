@@ -1,6 +1,6 @@
 #include "windows/forms/framed_bar_peer.h"
 
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 #include "windows/forms/paint_color.h"
 
 namespace windows {

@@ -1,6 +1,6 @@
 #include "windows/forms/list_box_peer.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 #include "windows/forms/device_context.h"
 
 #include <algorithm>

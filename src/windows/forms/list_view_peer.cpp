@@ -1,6 +1,6 @@
 #include "windows/forms/list_view_peer.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 #include <numeric>
 #include <utility>

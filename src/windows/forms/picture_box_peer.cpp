@@ -1,7 +1,7 @@
 #include "windows/forms/picture_box_peer.h"
 
 #include "ui/picture_scaling.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 #include <algorithm>
 

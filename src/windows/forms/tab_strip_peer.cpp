@@ -1,6 +1,6 @@
 #include "windows/forms/tab_strip_peer.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "windows/forms/text_box_peer.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 #include "windows/forms/window_text.h"
 
 #include <algorithm>

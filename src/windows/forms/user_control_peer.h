@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ui/user_control.h"
-#include "windows/adapters/handles.h"
+#include "windows/base/handles.h"
 #include "windows/forms/container_view.h"
 #include "windows/forms/control_peer.h"
 

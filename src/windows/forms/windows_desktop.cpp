@@ -1,7 +1,7 @@
 #include "windows/forms/windows_desktop.h"
 
 #include "base/runtime_error.h"
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 #include "windows/forms/common_controls.h"
 #include "windows/forms/control_window.h"
 #include "windows/forms/disabled_windows.h"

@@ -1,6 +1,6 @@
 // The control's life in a container: it appears, takes input, and goes, whenever the container wants.
+#include "windows/com/event_sink.h"
 #include "windows/container/embedded.h"
-#include "windows/event_sink.h"
 
 #include <gtest/gtest.h>
 
@@ -133,12 +133,12 @@ TEST_F(Embedded, LetGoOfDuringARunItGoesWhenTheRunHasUnwound) {
     runWith([&] {
         container.letGo();
         object.Reset();
-        EXPECT_TRUE(windows::com::moduleInUse()) << "code of the module is on the stack";
+        EXPECT_TRUE(windows::moduleInUse()) << "code of the module is on the stack";
     });
     EXPECT_EQ(services.network.requests.size(), 1U);
     EXPECT_EQ(engine.use_count(), 1) << "nobody but this test";
     container.site.Reset();
-    EXPECT_FALSE(windows::com::moduleInUse());
+    EXPECT_FALSE(windows::moduleInUse());
 }
 
 TEST_F(Embedded, TheContainersWindowMayGoWithoutAWord) {

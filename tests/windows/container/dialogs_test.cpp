@@ -1,7 +1,7 @@
 // What the control asks in dialogs of its own while it is in a container, and what the container may do meanwhile.
-#include "windows/com/clsQVI_Link_object.h"
+#include "windows/com/event_sink.h"
 #include "windows/container/embedded.h"
-#include "windows/event_sink.h"
+#include "windows/objects/clsQVI_Link_object.h"
 
 #include <gtest/gtest.h>
 

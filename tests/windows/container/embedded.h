@@ -4,11 +4,11 @@
 #include "fakes/fake_late_bound.h"
 #include "fakes/send_receive_services.h"
 #include "windows/com/adopt.h"
-#include "windows/com/ucSendReceive_object.h"
-#include "windows/com_support.h"
+#include "windows/com/com_support.h"
 #include "windows/container/container.h"
 #include "windows/forms/person.h"
 #include "windows/forms/windows_desktop.h"
+#include "windows/objects/ucSendReceive_object.h"
 
 #include <gtest/gtest.h>
 

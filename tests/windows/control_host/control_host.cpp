@@ -20,13 +20,13 @@
 #include "windows/adapters/user_data_protection.h"
 #include "windows/adapters/user_locale.h"
 #include "windows/adapters/wic_picture_decoder.h"
-#include "windows/adapters/wide.h"
 #include "windows/adapters/windows_file_system.h"
-#include "windows/adapters/windows_network.h"
 #include "windows/adapters/windows_programs.h"
+#include "windows/base/wide.h"
 #include "windows/com/dispatch_object.h"
+#include "windows/com/host_object.h"
 #include "windows/forms/windows_desktop.h"
-#include "windows/host_object.h"
+#include "windows/network/windows_network.h"
 
 #include <chrono>
 #include <cstdio>
@@ -123,7 +123,7 @@ void run(const std::string& folder, const std::string& address, std::chrono::mil
     auto commands = std::make_shared<xml::XmlDocument>();
     static_cast<void>(commands->load(machine.files.readFile(folder + "commands.xml")));
 
-    sendreceive::Services services = entry::sendReceiveServices(machine.environment);
+    exchange::Services services = entry::sendReceiveServices(machine.environment);
     services.timeOut = timeOut;
     const auto control = sendreceive::ucSendReceive::create(services);
     control->Globals =

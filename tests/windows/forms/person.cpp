@@ -1,6 +1,6 @@
 #include "windows/forms/person.h"
 
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What the windows show against what the control objects hold, and the boxes that ask.
-#include "windows/adapters/wide.h"
+#include "windows/base/wide.h"
 #include "windows/forms/image_manager.h"
 #include "windows/forms/window_text.h"
 

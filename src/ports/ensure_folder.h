@@ -1,0 +1,14 @@
+// The folders that extracted files go into.
+#pragma once
+
+#include "ports/file_system.h"
+
+#include <string_view>
+
+namespace ports {
+
+// Makes the folder (with or without its final backslash) and the folders above it where they are missing. False when
+// one of them cannot be made; out of memory is raised. No folder, a root, a drive and a network share count as there.
+[[nodiscard]] bool ensureFolder(ports::FileSystem& files, std::string_view folder);
+
+} // namespace ports
