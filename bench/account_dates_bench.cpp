@@ -2,10 +2,10 @@
 // each row. Prints medians; both answer the same, or the program fails.
 #include "exchange/account_dates.h"
 #include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
 #include "fakes/fake_host_document.h"
 #include "fakes/fake_late_bound.h"
 #include "fakes/one_file.h"
+#include "fakes/scripted_watcher.h"
 #include "measure.h"
 
 #include <cstdio>
@@ -46,13 +46,14 @@ double medianSeconds(const std::function<void()>& work) {
 int main() {
     const std::string text = settingsText();
     fakes::OneFile file(text);
-    fakes::FakeDesktop desktop;
+    fakes::ScriptedWatcher watcher;
     fakes::FakeClock clock;
     const auto globals = std::make_shared<fakes::FakeLateBound>();
     globals->addProperty("account", kAccount);
     globals->addProperty("gdomquorvantis", base::ObjectRef(std::make_shared<fakes::FakeHostDocument>(file, text)));
-    const host::HostGlobals host(globals);
-    const exchange::AccountDates dates({desktop, clock, [](std::string_view) {}}, host, host::HostAccount(host));
+    exchange::Session session;
+    session.Globals = globals;
+    const exchange::AccountDates dates(watcher, watcher, clock, session);
     xml::XmlDocument searched;
     if (!searched.loadXml(text)) {
         return 1;

@@ -75,12 +75,12 @@ void require(bool condition, const char* what) {
 class Shop final : private sendreceive::Events {
 public:
     Shop(const std::string& folder, const std::string& address) : m_disk(folder) {
-        m_control->sWebAddress = address;
+        m_control->session.sWebAddress = address;
         auto globals = std::make_shared<host::LateBoundGlobals>();
         globals->values.gProfileNumber = "1001";
         globals->values.gQuorVantisPath = m_disk.dataFolder;
-        m_control->Globals = std::move(globals);
-        m_control->bLoginNotRequired = true;
+        m_control->session.Globals = std::move(globals);
+        m_control->session.bLoginNotRequired = true;
         m_control->advise(*this);
     }
     ~Shop() { m_control->unadvise(*this); }
@@ -140,9 +140,13 @@ private:
     CodePage m_ansi;
     Network m_network;
     fakes::SendReceiveServices m_fakes;
-    exchange::Services m_services{m_fakes.desktop, m_disk.files,     m_fakes.settings,     m_fakes.clock,
-                                  m_ansi,          m_fakes.locale,   m_fakes.pictures,     m_fakes.login,
-                                  m_network,       m_fakes.programs, m_fakes.all.cabinets, ""};
+    sendreceive::Services m_services{
+        {m_disk.files, m_fakes.settings, m_fakes.clock, m_ansi, m_network, m_fakes.programs, m_fakes.engine.cabinets},
+        m_fakes.desktop,
+        m_fakes.locale,
+        m_fakes.pictures,
+        m_fakes.login,
+        ""};
     sendreceive::frmQVI_sendreceive m_form{m_services, {"1001", m_disk.dataFolder, "Shop", ""}};
     std::shared_ptr<sendreceive::ucSendReceive> m_control = sendreceive::ucSendReceive::create(m_services);
     std::optional<Clock::time_point> m_answered;

@@ -1,7 +1,7 @@
 // Error-ignoring routines: each statement stands alone, a failing one has no effect and the next one runs.
 #pragma once
 
-#include "base/runtime_error.h"
+#include "base/attempt.h"
 
 #include <optional>
 #include <type_traits>
@@ -10,27 +10,16 @@
 namespace base {
 
 // Runs one statement of an error-ignoring routine. Without a result: true when it ran through. With a result: empty
-// when it failed, so that a failed assignment can leave its target as it was.
-// Out of memory is never ignored, nor is anything that is not a RuntimeError: those reach the caller.
+// when it failed, so that a failed assignment can leave its target as it was. Catches what attempt() does.
 template <typename Step>
 auto resumeNext(Step&& step) {
     using Result = std::invoke_result_t<Step>;
-    try {
-        if constexpr (std::is_void_v<Result>) {
-            std::forward<Step>(step)();
-            return true;
-        } else {
-            return std::optional<Result>(std::forward<Step>(step)());
-        }
-    } catch (const RuntimeError& e) {
-        if (e.number() == error::kOutOfMemory) {
-            throw;
-        }
-        if constexpr (std::is_void_v<Result>) {
-            return false;
-        } else {
-            return std::optional<Result>();
-        }
+    if constexpr (std::is_void_v<Result>) {
+        return !attempt(std::forward<Step>(step));
+    } else {
+        std::optional<Result> result;
+        static_cast<void>(attempt([&] { result.emplace(std::forward<Step>(step)()); }));
+        return result;
     }
 }
 

@@ -1,6 +1,7 @@
 // The test page of the connection settings.
 #include "base/text.h"
 #include "connection/frmDial.h"
+#include "connection/web_address.h"
 #include "ui/desktop.h"
 #include "ui/report_errors.h"
 

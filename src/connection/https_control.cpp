@@ -29,14 +29,6 @@ void raise(const Handler& handler, Arguments&&... arguments) {
 
 } // namespace
 
-std::string withEncodedBlanks(std::string_view address) {
-    std::string encoded;
-    for (const char c : address) {
-        c == ' ' ? encoded += "%20" : encoded += c;
-    }
-    return encoded;
-}
-
 HttpsControl::HttpsControl(ports::Network& network, ports::FileSystem& fileSystem)
     : m_fileSystem(fileSystem), m_transport(network.createHttps()) {}
 

@@ -43,9 +43,6 @@ inline constexpr std::string_view kSystemDown = "<SYSDOWN>";
 // The description of a time-out, whatever timed out.
 inline constexpr std::string_view kTimedOut = "The operation timed out.";
 
-// An address as it goes out: a blank in it would end it.
-[[nodiscard]] std::string withEncodedBlanks(std::string_view address);
-
 class HttpsControl : private ports::HttpEvents {
 public:
     enum class Action : std::uint8_t { Get = 1, Post = 2 };

@@ -9,9 +9,13 @@ cabinet::clsCABFile::Services cabinetServices(Environment& e) {
     return {e.cabinetApi, e.cabinetCallback, e.fileSystem, e.ansi, e.locale, e.log};
 }
 
-exchange::Services sendReceiveServices(Environment& e) {
-    return {e.desktop, e.fileSystem, e.settings,         e.clock,          e.ansi, e.locale, e.pictures, e.login,
-            e.network, e.programs,   cabinetServices(e), e.componentFolder};
+sendreceive::Services sendReceiveServices(Environment& e) {
+    return {.engine = {e.fileSystem, e.settings, e.clock, e.ansi, e.network, e.programs, cabinetServices(e)},
+            .desktop = e.desktop,
+            .locale = e.locale,
+            .pictures = e.pictures,
+            .login = e.login,
+            .componentFolder = e.componentFolder};
 }
 
 void showSendReceive(Environment& environment) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cabinet/clsCABFile.h"
-#include "exchange/services.h"
+#include "sendreceive/services.h"
 
 namespace entry {
 
@@ -12,7 +12,7 @@ struct Environment;
 [[nodiscard]] cabinet::clsCABFile::Services cabinetServices(Environment& environment);
 
 // What a send/receive control works with.
-[[nodiscard]] exchange::Services sendReceiveServices(Environment& environment);
+[[nodiscard]] sendreceive::Services sendReceiveServices(Environment& environment);
 
 // Opens the send/receive window over whatever form is shown, with the values in the image manager form's variables.
 void showSendReceive(Environment& environment);

@@ -3,7 +3,7 @@
 #include "base/date_time.h"
 #include "base/late_bound.h"
 #include "base/runtime_error.h"
-#include "ui/report_errors.h"
+#include "exchange/report_errors.h"
 
 #include <utility>
 
@@ -81,8 +81,8 @@ void refuseAsAttribute(std::string_view name) {
 
 } // namespace
 
-LastDates::LastDates(ui::Desktop& desktop, host::HostAccount account)
-    : m_desktop(desktop), m_account(std::move(account)) {}
+LastDates::LastDates(Dialogues& dialogues, host::HostAccount account)
+    : m_dialogues(dialogues), m_account(std::move(account)) {}
 
 void LastDates::load(std::string_view text) {
     xml::XmlDocument document; // stays empty where the host's is
@@ -100,7 +100,7 @@ void LastDates::load(std::string_view text) {
 
 std::string LastDates::GetLastDate(std::string_view name, std::string_view accountSpecific) {
     std::string date;
-    ui::reportErrors(m_desktop, "GetLastDate", [&] {
+    reportErrors(m_dialogues, "GetLastDate", [&] {
         if (!m_document) {
             return;
         }
@@ -133,12 +133,16 @@ ElementView LastDates::accountElement() {
     return *m_own;
 }
 
-AccountDates::AccountDates(Services services, host::HostGlobals globals, host::HostAccount account)
-    : m_services(std::move(services)), m_globals(std::move(globals)), m_account(std::move(account)) {}
+AccountDates::AccountDates(Dialogues& dialogues, RunObserver& observer, ports::Clock& clock, const Session& session)
+    : m_dialogues(dialogues),
+      m_observer(observer),
+      m_clock(clock),
+      m_globals(session.globals()),
+      m_account(session.account()) {}
 
 LastDates AccountDates::read() const {
-    LastDates dates(m_services.desktop, m_account);
-    ui::reportErrors(m_services.desktop, "GetLastDate", [&] {
+    LastDates dates(m_dialogues, m_account);
+    reportErrors(m_dialogues, "GetLastDate", [&] {
         if (const base::ObjectRef document = settingsDocument()) {
             dates.load(base::toText(document->get("xml")));
         }
@@ -147,15 +151,15 @@ LastDates AccountDates::read() const {
 }
 
 void AccountDates::SetLastDate(std::string_view name, std::string_view accountSpecific) const {
-    ui::reportErrors(m_services.desktop, "SetLastDate", [&] {
+    reportErrors(m_dialogues, "SetLastDate", [&] {
         const base::ObjectRef document = settingsDocument();
         if (!document) {
-            m_services.trace("Error in SetLastDate:" + std::string(base::standardText(base::error::kObjectNotSet)));
+            m_observer.trace("Error in SetLastDate:" + std::string(base::standardText(base::error::kObjectNotSet)));
             return;
         }
         refuseAsAttribute(name);
         const auto number = isAccountSpecific(accountSpecific) ? std::optional(numberOf(m_account)) : std::nullopt;
-        setAttribute(elementFor(document, number), name, base::dateStamp(m_services.clock.now()));
+        setAttribute(elementFor(document, number), name, base::dateStamp(m_clock.now()));
         document->call("save", {m_globals.text("gQuorXMLpath") + "quorvantis.xml"});
     });
 }

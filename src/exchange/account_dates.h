@@ -6,13 +6,12 @@
 // The document is reached late-bound, in place, whoever made it; so there is one path for every host.
 #pragma once
 
-#include "host/host_account.h"
-#include "host/host_globals.h"
+#include "exchange/dialogues.h"
+#include "exchange/run_observer.h"
+#include "exchange/session.h"
 #include "ports/clock.h"
-#include "ui/desktop.h"
 #include "xml/xml_document.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,17 +23,17 @@ class LastDates {
 public:
     // The date of the command's last exchange, "yyyyMMdd"; a single blank when it never had one; "" when the host has
     // no settings document, or it could not be read. `accountSpecific` is the command's attribute: "yes" or not. What
-    // goes wrong is shown in a box, once.
+    // goes wrong is reported, once.
     [[nodiscard]] std::string GetLastDate(std::string_view name, std::string_view accountSpecific);
 
 private:
     friend class AccountDates;
-    LastDates(ui::Desktop& desktop, host::HostAccount account);
+    LastDates(Dialogues& dialogues, host::HostAccount account);
 
     void load(std::string_view text);
     [[nodiscard]] xml::ElementView accountElement();
 
-    ui::Desktop& m_desktop;
+    Dialogues& m_dialogues;
     host::HostAccount m_account;
     std::optional<xml::XmlDocument> m_document; // none: not available
     xml::ElementView m_common;                  // the dates of all accounts
@@ -43,16 +42,10 @@ private:
 
 class AccountDates {
 public:
-    // The desktop and the clock are not owned and outlive the object, as does what `trace` writes to.
-    struct Services {
-        ui::Desktop& desktop;
-        ports::Clock& clock;
-        std::function<void(std::string_view line)> trace;
-    };
+    // None is owned, and all but the session outlive the object.
+    AccountDates(Dialogues& dialogues, RunObserver& observer, ports::Clock& clock, const Session& session);
 
-    AccountDates(Services services, host::HostGlobals globals, host::HostAccount account);
-
-    // Reads the document once. What goes wrong is shown in a box; the dates are then not available.
+    // Reads the document once. What goes wrong is reported; the dates are then not available.
     [[nodiscard]] LastDates read() const;
 
     // For a single question. As LastDates.
@@ -61,7 +54,7 @@ public:
     }
 
     // Makes today the command's last date and saves the document as quorvantis.xml in the folder gQuorXMLpath. What
-    // goes wrong is shown in a box; a host without a settings document is worth a trace line only. A name that would
+    // goes wrong is reported; a host without a settings document is worth a trace line only. A name that would
     // make a file that cannot be read again is refused with nothing changed.
     void SetLastDate(std::string_view name, std::string_view accountSpecific) const;
 
@@ -69,7 +62,9 @@ private:
     // Null when there is none. Raises 13 for something that is no object, and what the host raises.
     [[nodiscard]] base::ObjectRef settingsDocument() const;
 
-    Services m_services;
+    Dialogues& m_dialogues;
+    RunObserver& m_observer;
+    ports::Clock& m_clock;
     host::HostGlobals m_globals;
     host::HostAccount m_account;
 };

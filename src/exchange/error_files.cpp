@@ -1,20 +1,19 @@
 #include "exchange/error_files.h"
 
 #include "base/date_time.h"
-#include "ui/report_errors.h"
+#include "exchange/report_errors.h"
+#include "ports/ensure_folder.h"
 
 namespace exchange {
 
-std::string writeErrorFile(ui::Desktop& desktop, ports::FileSystem& files, ports::Clock& clock,
-                           std::string_view dataFolder, std::string_view answer) {
+std::string writeErrorFile(Dialogues& dialogues, const Services& services, std::string_view dataFolder,
+                           std::string_view answer) {
     std::string written;
-    ui::reportErrors(desktop, "WriteErrorFile", [&] {
+    reportErrors(dialogues, "WriteErrorFile", [&] {
         const std::string folder = std::string(dataFolder) + "errors";
-        if (!files.folderExists(folder)) {
-            files.createFolder(folder);
-        }
-        const std::string path = folder + "\\" + base::fileTimestamp(clock.now()) + ".html";
-        files.replaceFile(path, std::string(answer) + "\r\n");
+        ports::requireFolder(services.fileSystem, folder);
+        const std::string path = folder + "\\" + base::fileTimestamp(services.clock.now()) + ".html";
+        services.fileSystem.replaceFile(path, std::string(answer) + "\r\n");
         written = path;
     });
     return written;

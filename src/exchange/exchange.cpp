@@ -1,56 +1,70 @@
 #include "exchange/exchange.h"
 
+#include "base/number.h"
 #include "base/resume_next.h"
-#include "base/runtime_error.h"
 #include "base/text.h"
+#include "connection/http_settings.h"
+#include "connection/web_address.h"
+#include "exchange/account_dates.h"
 #include "exchange/answer.h"
 #include "exchange/error_files.h"
+#include "exchange/report_errors.h"
 #include "exchange/request_text.h"
-#include "sendreceive/ucSendReceive.h"
 
 #include <utility>
 
 namespace exchange {
+namespace {
 
 using connection::HttpsControl;
 namespace https_error = connection::https_error;
 
-Exchange::Exchange(sendreceive::ucSendReceive& control, const Services& services, HttpsControl& https,
-                   const ExchangeRequest& request)
-    : m_control(control), m_services(services), m_https(https), m_request(request), m_host(control.Globals) {
+// A header's value in bytes; none for what is no length.
+std::optional<std::int64_t> announcedLength(std::string_view value) {
+    const double length = base::toNumber(value).value_or(0);
+    constexpr double kLongest = 1e15; // beyond all transfers, within what the arithmetic holds
+    return length >= 1 && length < kLongest ? std::optional(static_cast<std::int64_t>(length)) : std::nullopt;
+}
+
+} // namespace
+
+Exchange::Exchange(const Context& context, ExchangeRequest request)
+    : m_context(context), m_request(std::move(request)), m_host(context.session.globals()) {
     // A file is fetched from where it is: the alternate address is that of the service.
-    if (m_request.url == m_control.sWebAddress) {
+    if (m_request.url == m_context.session.sWebAddress) {
+        m_service = m_request.url;
         m_alternate = setting(m_host.text("gWebService"), "AltURL");
     }
     watch();
 }
 
 Exchange::~Exchange() {
-    m_https.onHeader = nullptr;
-    m_https.onTransferProgress = nullptr;
-    m_https.onTransferEnd = nullptr;
-    m_https.onError = nullptr;
-    m_https.onIdle = nullptr;
+    m_context.https.onHeader = nullptr;
+    m_context.https.onTransferProgress = nullptr;
+    m_context.https.onTransferEnd = nullptr;
+    m_context.https.onError = nullptr;
+    m_context.https.onIdle = nullptr;
 }
 
-bool Exchange::run() {
+ExchangeResult Exchange::run() {
+    ExchangeResult result;
     prepare();
-    if (!perform()) {
-        return false;
+    if (perform()) {
+        result.posted = std::move(m_context.https.PostData); // now: the files that the answer names come this way too
+        result.succeeded = check();
     }
-    if (m_request.posted != nullptr) {
-        *m_request.posted = std::move(m_https.PostData); // now: the files that the answer names are fetched by it too
-    }
-    return check();
+    result.url = m_request.url;
+    return result;
 }
 
 void Exchange::prepare() {
-    m_control.gUsingAlternate = false;
+    HttpsControl& https = m_context.https;
+    m_context.session.gUsingAlternate = false;
     stampLastDate();
     log("Sub SendReceive --> Set variables");
-    m_https.PostData.clear();
-    m_https.LocalFile.clear();
-    m_https.Resume = m_request.resume;
+    https.PostData.clear();
+    https.LocalFile.clear();
+    https.Resume = m_request.resume;
     std::string text;
     if (m_request.command) {
         text = m_request.command->xml();
@@ -58,11 +72,11 @@ void Exchange::prepare() {
     }
     if (!m_request.dontLoadResults) {
         log("Sub SendReceive --> Set xml");
-        m_https.PostData = postedText(std::move(text));
+        https.PostData = postedText(std::move(text));
     }
     if (!m_request.localFile.empty()) {
         log(m_request.localFile + "Sub SendReceive --> Set local files:"); // in this order
-        m_https.LocalFile = m_request.localFile;
+        https.LocalFile = m_request.localFile;
     }
     useWhatWasAskedFor();
 }
@@ -74,31 +88,33 @@ void Exchange::stampLastDate() {
     }
     base::resumeNext([&] {
         if (xml::XmlNode element = firstElement(m_request.command->documentElement())) {
-            element.setAttribute("lastdate", m_control.GetLastDate(element.getAttribute("name"),
-                                                                   element.getAttribute("lastdateaccountspecific")));
+            const AccountDates dates(m_context.dialogues, m_context.observer, m_context.services.clock,
+                                     m_context.session);
+            element.setAttribute("lastdate", dates.GetLastDate(element.getAttribute("name"),
+                                                               element.getAttribute("lastdateaccountspecific")));
         }
     });
 }
 
 void Exchange::useWhatWasAskedFor() {
-    m_https.UseWinInet = setting("Dialup", "UseWinInet") == "1";
-    if (m_https.UseWinInet) {
+    m_context.https.UseWinInet = setting("Dialup", "UseWinInet") == "1";
+    if (m_context.https.UseWinInet) {
         log("Sub SendReceive: Set usewininet");
     }
-    if (m_control.cAlternate.checked() && !m_alternate.empty()) {
+    if (m_context.session.bAlternate && !m_alternate.empty()) {
         switchToAlternate();
-        m_services.desktop.doEvents();
+        m_context.observer.idle();
     }
 }
 
 bool Exchange::perform() {
     for (;;) {
-        const Result result = attempt();
+        const HttpsResult result = attempt();
         if (result.number == 0) {
             return true;
         }
         // A Cancel that comes as the connection fails is answered by no dialogue.
-        const bool noConnection = result.number == https_error::kNoConnection && !m_control.gCancelled;
+        const bool noConnection = result.number == https_error::kNoConnection && !m_context.session.gCancelled;
         const Next next = noConnection ? afterNoConnection(result) : afterOtherFailure(result);
         if (next == Next::GiveUp) {
             return false;
@@ -106,40 +122,56 @@ bool Exchange::perform() {
     }
 }
 
-Exchange::Result Exchange::attempt() {
+Exchange::HttpsResult Exchange::attempt() {
+    HttpsControl& https = m_context.https;
+    // A host that was asked for its options may have another address since.
+    if (!m_service.empty() && m_context.session.sWebAddress != m_service) {
+        m_service = m_request.url = m_context.session.sWebAddress;
+    }
     m_request.url = connection::withEncodedBlanks(m_request.url);
     log("Sub SendReceive --> Set URL:" + m_request.url);
-    m_https.URL = m_request.url;
+    https.URL = m_request.url;
     log("Sub SendReceive --> Set proxy");
-    m_control.SetHTTPSettings();
+    SetHTTPSettings(m_context);
     log("Sub SendReceive --> Post or Get:" + m_request.method);
-    m_https.TimeOut = m_services.timeOut;
-    m_control.beginTransfer();
-    Result result;
-    if (m_control.gCancelled) {
+    https.TimeOut = m_context.services.timeOut;
+    tell({});
+    HttpsResult result;
+    if (m_context.session.gCancelled) {
         result = {https_error::kCancelled, ""};
     } else if (m_request.method == "POST") {
-        result = m_https.perform(HttpsControl::Action::Post);
+        result = https.perform(HttpsControl::Action::Post);
     } else if (m_request.method == "GET") {
-        result = m_https.perform(HttpsControl::Action::Get);
+        result = https.perform(HttpsControl::Action::Get);
     } else {
-        m_https.forgetAnswer();
+        https.forgetAnswer();
     }
-    log("Sub SendReceive --> Post error code: " + numbered(result));
+    log("Sub SendReceive --> Post error code: " + std::to_string(result.number) + result.description);
     return result;
 }
 
+void Exchange::SetHTTPSettings(const Context& context) {
+    reportErrors(context.dialogues, "SetHTTPSettings", [&] {
+        const host::HostGlobals host = context.session.globals();
+        connection::setHttpSettings(context.https.settings, context.services.settings,
+                                    {host.text("gSettingString"), host.text("gWebService"), context.session.bAlternate},
+                                    [&](std::string_view line) { context.observer.trace(std::string(line)); });
+    });
+}
+
 bool Exchange::check() {
-    const std::string answer = answerText(m_https.response(), m_https.contentType(), m_services.ansi);
-    if (const std::optional<SystemDown> down = systemDown(answer)) {
+    const std::string text = answer();
+    if (const std::optional<SystemDown> down = systemDown(text)) {
         log("Sub SendReceive: System is currently off");
-        tell(*down);
+        m_context.dialogues.tell(down->message);
+        log("Message received back: '" + down->note + "'");
         return false;
     }
     if (m_request.dontLoadResults) {
         log("Sub SendReceive: Don't Load results");
-        if (answer.empty()) {
-            box("Error 001: Error from supplier server, please report this error to your supplier");
+        if (text.empty()) {
+            m_context.dialogues.tell(
+                "Error 001: Error from supplier server, please report this error to your supplier");
             log("Sub SendReceive: error 001");
         }
         return true; // also without an answer: it is reported, but no reason to stop
@@ -149,18 +181,10 @@ bool Exchange::check() {
     }
     log("Sub SendReceive: Check for errors in results");
     if (const std::optional<std::string> error = errorIn(*m_request.results)) {
-        box(*error);
+        m_context.dialogues.tell(*error);
         return false;
     }
-    log("Sub SendReceive: Check for file downloads");
-    m_control.checkFiles(m_request.results, true, m_host.text("gQuorVantisPath"), m_request.forceDownload);
-    log("Sub SendReceive: SendReceive = true");
     return true;
-}
-
-void Exchange::tell(const SystemDown& down) {
-    box(down.message);
-    log("Message received back: '" + down.note + "'");
 }
 
 bool Exchange::load() {
@@ -168,49 +192,50 @@ bool Exchange::load() {
     if (!m_request.results) {
         throw base::RuntimeError(base::error::kObjectNotSet);
     }
-    if (m_request.results->load(m_https.response(), xml::DocTypePolicy::Refuse) && !isWebPage(*m_request.results)) {
+    if (m_request.results->load(m_context.https.response(), xml::DocTypePolicy::Refuse) &&
+        !isWebPage(*m_request.results)) {
         return true;
     }
-    box("Error 002: Could not connect to server. Please report: " + writeErrorFile());
+    m_context.dialogues.tell("Error 002: Could not connect to server. Please report: " + keepAnswer());
     log("Sub SendReceive: Error 002");
     return false;
 }
 
-std::string Exchange::writeErrorFile() {
-    return exchange::writeErrorFile(m_services.desktop, m_services.fileSystem, m_services.clock,
-                                    m_host.text("gQuorVantisPath"), m_https.response());
+// The answer in a file, for the user to hand to the supplier; its path.
+std::string Exchange::keepAnswer() {
+    return writeErrorFile(m_context.dialogues, m_context.services, m_host.text("gQuorVantisPath"),
+                          m_context.https.response());
+}
+
+std::string Exchange::answer() const {
+    return answerText(m_context.https.response(), m_context.https.contentType(), m_context.services.ansi);
 }
 
 void Exchange::watch() {
-    m_https.onHeader = [this](std::string_view field, std::string_view value) {
+    m_context.https.onHeader = [this](std::string_view field, std::string_view value) {
         if (base::equalInUpperCase(field, "CONTENT-LENGTH") && !value.empty()) {
-            m_control.announceLength(value);
+            tell({.total = announcedLength(value)});
         }
     };
-    m_https.onTransferProgress = [this](std::int64_t bytesSoFar, std::string_view) {
-        m_control.showTransfer(bytesSoFar);
+    m_context.https.onTransferProgress = [this](std::int64_t bytesSoFar, std::string_view) {
+        tell({.bytes = bytesSoFar, .total = m_transfer.total});
     };
-    m_https.onTransferEnd = [this](bool complete) {
-        if (complete) {
-            m_control.barProgress.setBarWidth(ui::FramedBar::kFrameWidth);
-        }
+    m_context.https.onTransferEnd = [this](bool complete) {
+        tell({.bytes = m_transfer.bytes, .total = m_transfer.total, .complete = complete});
     };
-    m_https.onError = [this](std::int32_t, const std::string& description) {
-        box("Error in download : " + description);
+    m_context.https.onError = [this](std::int32_t, const std::string& description) {
+        m_context.dialogues.tell("Error in download : " + description);
     };
-    m_https.onIdle = [this] { m_services.desktop.doEvents(); };
+    m_context.https.onIdle = [this] { m_context.observer.idle(); };
+}
+
+void Exchange::tell(const Transfer& transfer) {
+    m_transfer = transfer;
+    m_context.observer.transfer(transfer);
 }
 
 std::string Exchange::setting(std::string_view section, std::string_view key) const {
-    return m_services.settings.get(m_host.text("gSettingString"), section, key);
-}
-
-void Exchange::log(const std::string& text) {
-    m_control.WriteSingleLog(text, false);
-}
-
-void Exchange::box(const std::string& text) {
-    m_services.desktop.messageBox(text);
+    return m_context.services.settings.get(m_host.text("gSettingString"), section, key);
 }
 
 } // namespace exchange

@@ -9,10 +9,10 @@
 #include "base/variant.h"
 #include "cabinet/clsCABFile.h"
 #include "cabinet/modCallback.h"
+#include "exchange/fetch_file.h"
+#include "exchange/report_errors.h"
 #include "exchange/setup_program.h"
 #include "ports/ensure_folder.h"
-#include "sendreceive/ucSendReceive.h"
-#include "ui/report_errors.h"
 
 #include <string_view>
 
@@ -68,30 +68,28 @@ private:
 
 } // namespace
 
-FileDownloads::FileDownloads(sendreceive::ucSendReceive& control, const Services& services, const std::string& dataFolder,
-                             bool force)
-    : m_control(control),
-      m_services(services),
-      m_host(control.Globals),
+FileDownloads::FileDownloads(const Context& context, const std::string& dataFolder, bool force)
+    : m_context(context),
+      m_host(context.session.globals()),
       m_dataFolder(dataFolder),
       m_incoming(dataFolder + "files\\incoming\\"),
       m_force(force) {}
 
 FileDownloads::~FileDownloads() {
     for (const auto& [address, arrived] : m_arrived) {
-        removeQuietly(m_services.fileSystem, arrived.path);
+        removeQuietly(m_context.services.fileSystem, arrived.path);
     }
 }
 
 bool FileDownloads::run(const xml::XmlDocument& results) {
     bool all = true;
     for (const xml::XmlNode& element : results.selectNodes("//file")) {
-        if (m_control.gCancelled) {
+        if (m_context.session.gCancelled) {
             return false;
         }
         const ListedFile file = ListedFile::from(element);
         bool done = false;
-        ui::reportErrors(m_services.desktop, "CheckForFileDownloads", [&] { done = handle(file); });
+        reportErrors(m_context.dialogues, "CheckForFileDownloads", [&] { done = handle(file); });
         all = all && done;
     }
     return all;
@@ -131,7 +129,7 @@ std::string FileDownloads::folderFor(Destination destination) const {
     }
     case Destination::Database: return m_dataFolder;
     case Destination::Installed:
-        return withBackslash(m_services.settings.get(m_host.text("gSettingString"), "Main", "InstalledFolder"));
+        return withBackslash(m_context.services.settings.get(m_host.text("gSettingString"), "Main", "InstalledFolder"));
     case Destination::Newsflash: return m_dataFolder + "newsflash\\";
     case Destination::System:
     case Destination::Unknown: break;
@@ -140,11 +138,11 @@ std::string FileDownloads::folderFor(Destination destination) const {
 }
 
 bool FileDownloads::needed(const ListedFile& file, const std::string& target) const {
-    if (m_force || !m_services.fileSystem.fileExists(target)) {
+    if (m_force || !m_context.services.fileSystem.fileExists(target)) {
         return true;
     }
     const std::optional<base::FileVersion> listed = base::toFileVersion(file.version);
-    const std::optional<base::FileVersion> here = m_services.programs.version(target);
+    const std::optional<base::FileVersion> here = m_context.services.programs.version(target);
     return !listed || !here || *listed > *here;
 }
 
@@ -158,12 +156,12 @@ std::optional<FileDownloads::Arrived> FileDownloads::fetch(const ListedFile& fil
         log("refused file " + name);
         return std::nullopt;
     }
-    m_control.SetMessage("Downloading " + name + ", Please wait");
+    m_context.observer.status("Downloading " + name + ", Please wait");
     const std::string path = m_incoming + name;
     // What waits under this name makes way: a file of another address, or of a pass that was cut short.
     std::erase_if(m_arrived, [&](const auto& entry) { return base::equalInUpperCase(entry.second.path, path); });
-    removeQuietly(m_services.fileSystem, path);
-    const sendreceive::ucSendReceive::FetchedFile fetched = m_control.fetchFile(file.webname, path);
+    removeQuietly(m_context.services.fileSystem, path);
+    const FetchedFile fetched = fetchFile(m_context, file.webname, path);
     if (!fetched.complete) {
         return std::nullopt;
     }
@@ -172,16 +170,16 @@ std::optional<FileDownloads::Arrived> FileDownloads::fetch(const ListedFile& fil
 
 bool FileDownloads::unpack(const ListedFile& file, const Arrived& cabinet, const std::string& folder) {
     const std::string unpackedFolder = m_incoming + "unpacked\\";
-    if (!ports::ensureFolder(m_services.fileSystem, unpackedFolder)) {
+    if (!ports::ensureFolder(m_context.services.fileSystem, unpackedFolder)) {
         throw base::RuntimeError(base::error::kPathFileAccess);
     }
-    const auto reader = std::make_shared<cabinet::clsCABFile>(m_services.cabinets);
-    Unpacked unpacked(*reader, m_services.fileSystem);
+    const auto reader = std::make_shared<cabinet::clsCABFile>(m_context.services.cabinets);
+    Unpacked unpacked(*reader, m_context.services.fileSystem);
     reader->CabName = cabinet.path;
     static_cast<void>(reader->Extract(file.isWholeCabinet() ? "" : file.filename, unpackedFolder, ""));
     bool all = true;
     for (const std::string& path : unpacked.paths()) {
-        const auto length = static_cast<std::int64_t>(m_services.fileSystem.fileSize(path));
+        const auto length = static_cast<std::int64_t>(m_context.services.fileSystem.fileSize(path));
         all = take(file, {path, length}, folder + path.substr(unpackedFolder.size())) && all;
     }
     if (unpacked.paths().empty()) {
@@ -193,14 +191,14 @@ bool FileDownloads::unpack(const ListedFile& file, const Arrived& cabinet, const
 bool FileDownloads::take(const ListedFile& file, const Arrived& arrived, const std::string& target) {
     const bool setup = isSetupProgram(target);
     if (setup) {
-        SetupCheck(m_services.programs, m_services.fileSystem, m_host)
+        SetupCheck(m_context.services.programs, m_context.services.fileSystem, m_host)
             .afterDownload(arrived.path, arrived.announcedLength, file.version);
     }
     if (!place(arrived.path, target)) {
         return false;
     }
     if (setup) {
-        m_control.setUpLater(target);
+        runLater(m_context.session, target);
     }
     return true;
 }
@@ -208,33 +206,28 @@ bool FileDownloads::take(const ListedFile& file, const Arrived& arrived, const s
 // A library that is in use stays the old one, and registered.
 bool FileDownloads::place(const std::string& from, const std::string& target) {
     const std::string folder(base::splitPath(target).folder);
-    if (!ports::ensureFolder(m_services.fileSystem, folder)) {
+    if (!ports::ensureFolder(m_context.services.fileSystem, folder)) {
         couldNotPlace(target);
         return false;
     }
     const bool library = isLibrary(target);
-    if (library && m_services.fileSystem.fileExists(target)) {
-        m_control.askToUnregister(target);
+    if (library && m_context.services.fileSystem.fileExists(target)) {
+        m_context.observer.replacingLibrary(target);
     }
     const bool copied = copy(from, target);
-    if (library && m_services.fileSystem.fileExists(target)) {
-        m_control.askToRegister(target);
+    if (library && m_context.services.fileSystem.fileExists(target)) {
+        m_context.observer.libraryPlaced(target);
     }
     return copied;
 }
 
 bool FileDownloads::copy(const std::string& from, const std::string& target) {
-    try {
-        m_services.fileSystem.copyFile(from, target);
-        return true;
-    } catch (const base::RuntimeError& e) {
-        if (e.number() == base::error::kOutOfMemory) {
-            throw;
-        }
-        log(e.description() + " " + target);
+    const auto error = base::attempt([&] { m_context.services.fileSystem.copyFile(from, target); });
+    if (error) {
+        log(error->description() + " " + target);
         couldNotPlace(target);
-        return false;
     }
+    return !error;
 }
 
 // The host tells its user to leave it, so that the file can be replaced the next time.
@@ -244,7 +237,7 @@ void FileDownloads::couldNotPlace(const std::string& target) {
 }
 
 void FileDownloads::log(const std::string& text) {
-    m_control.WriteSingleLog("Sub CheckForFileDownloads: " + text, false);
+    m_context.observer.trace("Sub CheckForFileDownloads: " + text);
 }
 
 } // namespace exchange

@@ -2,8 +2,8 @@
 // belongs.
 #pragma once
 
+#include "exchange/context.h"
 #include "exchange/listed_file.h"
-#include "exchange/services.h"
 #include "host/host_globals.h"
 #include "xml/xml_document.h"
 
@@ -12,23 +12,18 @@
 #include <optional>
 #include <string>
 
-namespace sendreceive {
-class ucSendReceive;
-}
-
 namespace exchange {
-
 
 class FileDownloads {
 public:
-    // None is owned. `dataFolder` with its final backslash.
-    FileDownloads(sendreceive::ucSendReceive& control, const Services& services, const std::string& dataFolder, bool force);
+    // `dataFolder` with its final backslash.
+    FileDownloads(const Context& context, const std::string& dataFolder, bool force);
     FileDownloads(const FileDownloads&) = delete;
     FileDownloads& operator=(const FileDownloads&) = delete;
     // What was fetched and is not needed any more is removed; what broke off stays, for the next time.
     ~FileDownloads();
 
-    // True when every file that is needed here is in its place. What goes wrong with one is shown, and ends that one
+    // True when every file that is needed here is in its place. What goes wrong with one is reported, and ends that one
     // only; a Cancel ends the pass.
     [[nodiscard]] bool run(const xml::XmlDocument& results);
 
@@ -50,8 +45,7 @@ private:
     void couldNotPlace(const std::string& target);
     void log(const std::string& text);
 
-    sendreceive::ucSendReceive& m_control;
-    const Services& m_services;
+    Context m_context;
     host::HostGlobals m_host;
     std::string m_dataFolder;
     std::string m_incoming; // where files wait until they are whole and checked

@@ -4,7 +4,6 @@
 #include "base/runtime_error.h"
 #include "base/split_path.h"
 #include "base/text.h"
-#include "exchange/listed_file.h"
 
 namespace exchange {
 namespace {
@@ -19,6 +18,20 @@ namespace {
 
 bool isSetupProgram(std::string_view filename) {
     return base::equalInUpperCase(base::nameWithoutFolder(filename), "quorvantissetup.exe");
+}
+
+void runLater(Session& session, const std::string& program) {
+    session.MustRunSetupName = program;
+    session.bMustRunSetup = true;
+}
+
+std::string findSetupProgram(ports::FileSystem& files, const std::string& fetched) {
+    if (!fetched.empty() && files.fileExists(fetched)) {
+        return fetched;
+    }
+    const std::string folder = files.currentFolder();
+    // Two spellings of one name: the first is looked for, the second is what its users know.
+    return files.fileExists(folder + "\\quorvantissetup.exe") ? folder + "\\QuorVantisSetup.exe" : "";
 }
 
 void SetupCheck::afterDownload(const std::string& path, std::optional<std::int64_t> announcedLength,

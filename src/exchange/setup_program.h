@@ -1,7 +1,7 @@
 // The set-up program of an upgrade: what must be true of it before it may run.
 #pragma once
 
-#include "host/host_globals.h"
+#include "exchange/session.h"
 #include "ports/file_system.h"
 #include "ports/programs.h"
 
@@ -15,6 +15,12 @@ namespace exchange {
 
 // A file's name says that it is one, in whatever letter case and folder.
 [[nodiscard]] bool isSetupProgram(std::string_view filename);
+
+// The program is to run when the run has ended.
+void runLater(Session& session, const std::string& program);
+
+// The set-up program that was fetched, else the one in the current folder; "" when there is none in either place.
+[[nodiscard]] std::string findSetupProgram(ports::FileSystem& files, const std::string& fetched);
 
 class SetupCheck {
 public:

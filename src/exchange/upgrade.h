@@ -1,15 +1,10 @@
 // Fetches an upgrade: all files that the answer names, into a folder of the new version's own.
 #pragma once
 
-#include "exchange/services.h"
-#include "host/host_globals.h"
+#include "exchange/context.h"
 #include "xml/xml_document.h"
 
 #include <string>
-
-namespace sendreceive {
-class ucSendReceive;
-}
 
 namespace exchange {
 
@@ -20,8 +15,7 @@ struct ListedFile;
 
 class Upgrade {
 public:
-    // None is owned.
-    Upgrade(sendreceive::ucSendReceive& control, const Services& services);
+    explicit Upgrade(const Context& context) : m_context(context) {}
 
     // `workingFolder`, with its final backslash, gets the files in "upgrade\upgrade<version>\" and the answer as
     // "upgrade.xml". True when the last file was fetched; without an upgrade command or without files, false. Raises
@@ -30,11 +24,8 @@ public:
 
 private:
     [[nodiscard]] bool fetch(const ListedFile& file, const std::string& target);
-    void makeFolder(const std::string& folder);
 
-    sendreceive::ucSendReceive& m_control;
-    const Services& m_services;
-    host::HostGlobals m_host;
+    Context m_context;
 };
 
 } // namespace exchange

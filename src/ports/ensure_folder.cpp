@@ -1,6 +1,6 @@
 #include "ports/ensure_folder.h"
 
-#include "base/runtime_error.h"
+#include "base/attempt.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -12,16 +12,9 @@ namespace error = base::error;
 
 constexpr std::int32_t kMade = 0;
 
-std::int32_t tryCreate(ports::FileSystem& files, std::string_view folder) {
-    try {
-        files.createFolder(folder);
-        return kMade;
-    } catch (const base::RuntimeError& e) {
-        if (e.number() == error::kOutOfMemory) {
-            throw;
-        }
-        return e.number();
-    }
+std::int32_t tryCreate(FileSystem& files, std::string_view folder) {
+    const auto failure = base::attempt([&] { files.createFolder(folder); });
+    return failure ? failure->number() : kMade;
 }
 
 // 75 says that the folder is there already. It also says that access was denied: extracting a file then fails and says
@@ -41,7 +34,13 @@ std::size_t lengthOfRoot(std::string_view folder) noexcept {
 
 } // namespace
 
-bool ensureFolder(ports::FileSystem& files, std::string_view folder) {
+void requireFolder(FileSystem& files, std::string_view folder) {
+    if (!files.folderExists(folder)) {
+        files.createFolder(folder);
+    }
+}
+
+bool ensureFolder(FileSystem& files, std::string_view folder) {
     if (folder.ends_with('\\')) {
         folder.remove_suffix(1);
     }

@@ -1,9 +1,9 @@
 #include "sendreceive/ucSendReceive.h"
 
 #include "base/runtime_error.h"
-#include "exchange/exchange.h"
+#include "base/scope_exit.h"
+#include "exchange/account_dates.h"
 #include "exchange/trace_file.h"
-#include "host/host_account.h"
 #include "sendreceive/command_list.h"
 #include "ui/report_errors.h"
 
@@ -11,39 +11,12 @@
 #include <utility>
 
 namespace sendreceive {
-namespace {
 
-// The connection settings while they are on the screen, for who wants to close them.
-class Shown {
-public:
-    Shown(connection::frmDial*& where, connection::frmDial& form) : m_where(where) { where = &form; }
-    Shown(const Shown&) = delete;
-    Shown& operator=(const Shown&) = delete;
-    ~Shown() { m_where = nullptr; }
-
-private:
-    connection::frmDial*& m_where;
-};
-
-// An exchange is on its way as long as it lives.
-class Exchanging {
-public:
-    explicit Exchanging(bool& flag) : m_flag(flag) { flag = true; }
-    Exchanging(const Exchanging&) = delete;
-    Exchanging& operator=(const Exchanging&) = delete;
-    ~Exchanging() { m_flag = false; }
-
-private:
-    bool& m_flag;
-};
-
-} // namespace
-
-std::shared_ptr<ucSendReceive> ucSendReceive::create(const exchange::Services& services) {
+std::shared_ptr<ucSendReceive> ucSendReceive::create(const Services& services) {
     return std::shared_ptr<ucSendReceive>(new ucSendReceive(services));
 }
 
-ucSendReceive::ucSendReceive(const exchange::Services& services)
+ucSendReceive::ucSendReceive(const Services& services)
     : UserControl("ucSendReceive"), lvCommands(*this, "lvCommands", commandColumns()), m_services(services) {
     cAlternate.setText("Use &alternate web address");
     cAlternate.setVisible(false);
@@ -56,14 +29,19 @@ ucSendReceive::ucSendReceive(const exchange::Services& services)
     cAlternate.anchors = cDownloadFiles.anchors = picImage.anchors = {true, false, false, true};
     cmdOK.anchors = cmdCancel.anchors = {false, false, true, true};
     lvCommands.onItemCheck = [this](std::size_t row) { lvCommands_ItemCheck(row); };
+    cAlternate.onClick = [this] { cAlternate_Click(); };
+    cDownloadFiles.onClick = [this] { cDownloadFiles_Click(); };
     cmdOK.onClick = [this] { cmdOK_Click(); };
     cmdCancel.onClick = [this] { cmdCancel_Click(); };
 }
 
+std::shared_ptr<xml::XmlDocument> ucSendReceive::domCommands() const noexcept {
+    return m_commands ? m_commands->document() : nullptr;
+}
+
 void ucSendReceive::setDomCommands(std::shared_ptr<xml::XmlDocument> document,
-                                   std::unique_ptr<HostCommandDocument> original) {
-    m_commands = std::move(document);
-    m_hostCommands = std::move(original);
+                                   std::unique_ptr<exchange::HostCommandDocument> original) {
+    m_commands = document ? std::make_shared<exchange::Commands>(std::move(document), std::move(original)) : nullptr;
 }
 
 void ucSendReceive::SetDownloadVisible(bool visible) {
@@ -74,14 +52,16 @@ bool ucSendReceive::LoadfrmDial(bool dialMode) {
     const auto self = shared_from_this();
     bool accepted = false;
     reportErrors("LoadfrmDial", [&] {
-        const host::HostGlobals host = globals();
+        const host::HostGlobals host = session.globals();
+        const exchange::Services& services = m_services.engine;
         connection::frmDial form(
-            {m_services.desktop, m_services.fileSystem, m_services.settings, m_services.network, dialer(),
-             [this](std::string_view line) { WriteSingleLog(std::string(line), false); }},
-            {host.text("gSettingString"), host.text("gWebService"), sWebAddress, m_services.componentFolder});
+            {m_services.desktop, services.fileSystem, services.settings, services.network, dialer(),
+             [this](std::string_view line) { trace(std::string(line)); }},
+            {host.text("gSettingString"), host.text("gWebService"), session.sWebAddress, m_services.componentFolder});
         form.DialMode = dialMode;
         form.load();
-        const Shown shown(m_dialForm, form);
+        m_dialForm = &form;
+        const base::ScopeExit left([this] { m_dialForm = nullptr; });
         form.showModal();
         accepted = !form.Cancelled;
     });
@@ -97,45 +77,56 @@ bool ucSendReceive::SendReceive(std::string& url, const std::string& method,
                                 const std::shared_ptr<xml::XmlDocument>& results,
                                 const std::shared_ptr<xml::XmlDocument>& request, const std::string& localFile,
                                 bool dontLoadResults, bool forceDownload) {
-    return exchange({url, method, results, request, localFile, dontLoadResults, forceDownload, false});
-}
-
-bool ucSendReceive::exchange(const exchange::ExchangeRequest& request) {
     const auto self = shared_from_this();
-    bool succeeded = false;
-    reportErrors("SendReceive", [&] {
-        exclusively("SendReceive", [&] { succeeded = exchange::Exchange(*this, m_services, https(), request).run(); });
-    });
-    return succeeded;
+    exchange::ExchangeResult result = m_engine.SendReceive({.url = url,
+                                                            .method = method,
+                                                            .results = results,
+                                                            .command = request,
+                                                            .localFile = localFile,
+                                                            .dontLoadResults = dontLoadResults},
+                                                           forceDownload);
+    url = std::move(result.url);
+    return result.succeeded;
 }
 
-void ucSendReceive::DisconnectFromInternet() {
-    reportErrors("DisconnectFromInternet", [&] {
-        dialer().hangUp();
-        if (m_dialForm != nullptr) {
-            m_dialForm->unload();
-        }
-    });
+bool ucSendReceive::DownloadUpgrade(const std::shared_ptr<xml::XmlDocument>& results, const std::string& folderName,
+                                    const std::string& rootPath) {
+    if (!results) {
+        throw base::RuntimeError(base::error::kObjectNotSet);
+    }
+    const auto self = shared_from_this();
+    return m_engine.DownloadUpgrade(*results, rootPath + folderName + "\\");
+}
+
+bool ucSendReceive::CheckForFileDownloads(const std::shared_ptr<xml::XmlDocument>& results, bool doDownloads,
+                                          const std::string& dataFolder, bool forceDownload) {
+    const auto self = shared_from_this();
+    return m_engine.CheckForFileDownloads(results, doDownloads, dataFolder, forceDownload);
+}
+
+void ucSendReceive::RunSetup() {
+    const auto self = shared_from_this();
+    m_engine.RunSetup();
 }
 
 void ucSendReceive::LoadCommands() {
-    if (m_busy) { // the run walks the list
-        WriteSingleLog("Sub LoadCommands: busy", false);
+    if (m_engine.state().running()) { // the run walks the list
+        trace("Sub LoadCommands: busy");
         return;
     }
     reportErrors("LoadCommands", [&] {
-        const host::HostGlobals host = globals();
+        const host::HostGlobals host = session.globals();
         const std::string service = host.text("gWebService");
         cAlternate.setVisible(!service.empty() &&
-                              !m_services.settings.get(host.text("gSettingString"), service, "AltURL").empty());
-        if (m_hostCommands) {
-            m_commands = m_hostCommands->read();
+                              !m_services.engine.settings.get(host.text("gSettingString"), service, "AltURL").empty());
+        if (m_commands) {
+            m_commands->refresh();
         }
-        if (!m_commands) {
+        if (!domCommands()) {
             throw base::RuntimeError(base::error::kObjectNotSet);
         }
-        exchange::LastDates dates = accountDates(host).read();
-        fillCommandList(lvCommands, *m_commands, [&](const std::string& name, const std::string& accountSpecific) {
+        exchange::LastDates dates = exchange::AccountDates(*this, *this, m_services.engine.clock, session).read();
+        fillCommandList(lvCommands, *domCommands(), [&](const std::string& name, const std::string& accountSpecific) {
             return dates.GetLastDate(name, accountSpecific);
         });
     });
@@ -143,7 +134,7 @@ void ucSendReceive::LoadCommands() {
 
 void ucSendReceive::lvCommands_ItemCheck(std::size_t row) {
     reportErrors("lvCommands_ItemCheck", [&] {
-        const bool required = findCommand(*m_commands, lvCommands.key(row)).getAttribute("required") == "yes";
+        const bool required = findCommand(*domCommands(), lvCommands.key(row)).getAttribute("required") == "yes";
         if (required && !lvCommands.checked(row)) {
             m_services.desktop.messageBox("This download is required, can not de-select...");
             lvCommands.setChecked(row, true);
@@ -151,38 +142,34 @@ void ucSendReceive::lvCommands_ItemCheck(std::size_t row) {
     });
 }
 
-void ucSendReceive::SetHTTPSettings() {
-    reportErrors("SetHTTPSettings", [&] {
-        const host::HostGlobals host = globals();
-        connection::setHttpSettings(https().settings, m_services.settings,
-                                    {host.text("gSettingString"), host.text("gWebService"), cAlternate.checked()},
-                                    [&](std::string_view line) { WriteSingleLog(std::string(line), false); });
-    });
-}
-
 // A host that names no data folder, or one that is not there, turns tracing off.
 void ucSendReceive::WriteSingleLog(const std::string& text, bool restart) {
     reportErrors("WriteSingleLog", [&] {
-        const base::Variant folder = globals().valueIfPresent("gQuorVantisPath");
-        exchange::TraceFile({m_services.fileSystem, m_services.clock, m_services.ansi, m_services.locale})
+        const base::Variant folder = session.globals().valueIfPresent("gQuorVantisPath");
+        const exchange::Services& services = m_services.engine;
+        exchange::TraceFile({services.fileSystem, services.clock, services.ansi, m_services.locale})
             .WriteSingleLog(base::toText(folder), text, restart);
     });
 }
 
-std::string ucSendReceive::GetLastDate(const std::string& name, const std::string& accountSpecific) {
-    return accountDates(globals()).GetLastDate(name, accountSpecific);
+void ucSendReceive::cmdOK_Click() {
+    const auto self = shared_from_this();
+    m_engine.run(m_commands, [this](const std::string& name) { // a command without a row is not ticked
+        const std::optional<std::size_t> row = lvCommands.find(name);
+        return row && lvCommands.checked(*row);
+    });
 }
 
-void ucSendReceive::askForOptions(const std::string& url) {
-    fire([&](Events& listener) { listener.OpenfrmOptions(url); });
+void ucSendReceive::cmdCancel_Click() {
+    stop();
+    reportErrors("cmdCancel_Click", [&] { fire([](Events& listener) { listener.Cancelled(); }); });
 }
 
-void ucSendReceive::askToRegister(const std::string& file) {
-    fire([&](Events& listener) { listener.RegisterServer(file); });
-}
-
-void ucSendReceive::askToUnregister(const std::string& file) {
-    fire([&](Events& listener) { listener.UnregisterServer(file); });
+void ucSendReceive::UserControl_KeyPress(char16_t& key) {
+    if (key == ui::key::kEscape) {
+        key = 0;
+        cmdCancel_Click();
+    }
 }
 
 void ucSendReceive::advise(Events& listener) {
@@ -203,66 +190,8 @@ void ucSendReceive::fire(const std::function<void(Events&)>& event) {
     }
 }
 
-void ucSendReceive::stop() noexcept {
-    gCancelled = true;
-    if (m_https) {
-        m_https->cancel();
-    }
-}
-
-void ucSendReceive::cmdCancel_Click() {
-    stop();
-    reportErrors("cmdCancel_Click", [&] { fire([](Events& listener) { listener.Cancelled(); }); });
-}
-
-void ucSendReceive::UserControl_KeyPress(char16_t& key) {
-    if (key == ui::key::kEscape) {
-        key = 0;
-        cmdCancel_Click();
-    }
-}
-
-// A second exchange would take the transport and the dialogues away from under the first: a host's timer may ask for
-// one while a request runs or a dialogue is open.
-void ucSendReceive::exclusively(std::string_view routine, const std::function<void()>& body) {
-    if (m_exchanging) {
-        WriteSingleLog("Sub " + std::string(routine) + ": busy", false);
-        return;
-    }
-    const Exchanging now(m_exchanging);
-    if (!m_busy) {
-        gCancelled = false;
-    }
-    body();
-}
-
 bool ucSendReceive::reportErrors(std::string_view routine, const std::function<void()>& body) {
     return ui::reportErrors(m_services.desktop, routine, body);
-}
-
-host::HostGlobals ucSendReceive::globals() const {
-    return host::HostGlobals(Globals);
-}
-
-connection::HttpsControl& ucSendReceive::https() {
-    if (!m_https) {
-        m_https = std::make_unique<connection::HttpsControl>(m_services.network, m_services.fileSystem);
-    }
-    return *m_https;
-}
-
-ports::Dialer& ucSendReceive::dialer() {
-    if (!m_dialer) {
-        m_dialer = m_services.network.createDialer();
-    }
-    return *m_dialer;
-}
-
-exchange::AccountDates ucSendReceive::accountDates(const host::HostGlobals& host) {
-    return {{m_services.desktop, m_services.clock,
-             [this](std::string_view line) { WriteSingleLog(std::string(line), false); }},
-            host,
-            host::HostAccount(host, Account)};
 }
 
 } // namespace sendreceive

@@ -2,6 +2,7 @@
 #include "base/number.h"
 #include "base/runtime_error.h"
 #include "host/modStyles.h"
+#include "sendreceive/command_list.h"
 #include "sendreceive/ucSendReceive.h"
 
 #include <initializer_list>
@@ -60,8 +61,8 @@ void ucSendReceive::UserControl_SetImage(const std::string& file) {
 
 void ucSendReceive::Setcolors() {
     reportErrors("Setcolors", [&] {
-        const auto paint = [host = globals()](std::string_view option, ui::Color standard,
-                                              std::initializer_list<ui::Control*> controls) {
+        const auto paint = [host = session.globals()](std::string_view option, ui::Color standard,
+                                                      std::initializer_list<ui::Control*> controls) {
             const std::optional<std::string> name = host.option(option);
             for (ui::Control* const control : name ? controls : std::initializer_list<ui::Control*>{}) {
                 // An unknown name leaves the colour as it is.
@@ -77,24 +78,74 @@ void ucSendReceive::Setcolors() {
     });
 }
 
-void ucSendReceive::beginTransfer() {
-    m_announcedLength = 0;
-    barProgress.setBarWidth(0);
-}
-
-void ucSendReceive::announceLength(std::string_view bytes) {
-    const double length = base::toNumber(bytes).value_or(0);
-    constexpr double kLongest = 1e15; // beyond all transfers, within what the arithmetic holds
-    m_announcedLength = length >= 1 && length < kLongest ? static_cast<std::int64_t>(length) : 0;
-}
-
 // Without a length to compare with, the full bar says that something comes.
-void ucSendReceive::showTransfer(std::int64_t bytesSoFar) {
-    if (m_announcedLength > bytesSoFar) {
-        barProgress.setBarWidth(std::int64_t{ui::FramedBar::kFrameWidth} * bytesSoFar / m_announcedLength);
+void ucSendReceive::transfer(const exchange::Transfer& now) {
+    m_announcedLength = now.total.value_or(0);
+    if (now.complete) {
+        barProgress.setBarWidth(ui::FramedBar::kFrameWidth);
+    } else if (now.bytes == 0) {
+        barProgress.setBarWidth(0);
+    } else if (m_announcedLength > now.bytes) {
+        barProgress.setBarWidth(std::int64_t{ui::FramedBar::kFrameWidth} * now.bytes / m_announcedLength);
         m_services.desktop.doEvents();
     } else {
         barProgress.setBarWidth(kFullBar);
+    }
+}
+
+void ucSendReceive::replacingLibrary(const std::string& path) {
+    fire([&](Events& listener) { listener.UnregisterServer(path); });
+}
+
+void ucSendReceive::libraryPlaced(const std::string& path) {
+    fire([&](Events& listener) { listener.RegisterServer(path); });
+}
+
+void ucSendReceive::commandStarts(const std::string& name, std::shared_ptr<xml::XmlDocument>& request) {
+    fire([&](Events& listener) {
+        std::string changed = name; // is ignored
+        listener.DownloadStart(changed, request);
+    });
+}
+
+void ucSendReceive::commandAnswered(const std::string& name, const xml::XmlNode& command,
+                                    const std::shared_ptr<xml::XmlDocument>& results) {
+    fire([&](Events& listener) {
+        std::string changed = name;
+        listener.DownloadComplete(changed, command, results);
+    });
+}
+
+void ucSendReceive::runCompleted() {
+    fire([](Events& listener) { listener.SendReceiveCompleted(); });
+}
+
+// The one place that shows where a run stands: the command's row, the bar, the status line, what can be clicked.
+void ucSendReceive::runStateChanged(const exchange::RunState& state) {
+    using Phase = exchange::RunState::Phase;
+    using Command = exchange::RunState::Command;
+    if (state.command == Command::Starting) {
+        SetProgressBarMinimum();
+    } else if (const auto row = lvCommands.find(state.name); row && state.command != Command::None) {
+        lvCommands.setCell(*row, static_cast<std::size_t>(CommandColumn::Status),
+                           state.command == Command::Busy   ? "Busy"
+                           : state.command == Command::Done ? "Done"
+                                                            : "Error");
+    }
+    if (state.phase == Phase::Failed || state.phase == Phase::Cancelled) {
+        SetProgressBarMinimum();
+        SetMessage(state.phase == Phase::Failed ? "Send/Receive failed..." : "Send/Receive cancelled...");
+    }
+    setBusy(state.running());
+}
+
+void ucSendReceive::setBusy(bool busy) {
+    if (busy == cmdOK.enabled()) {
+        cmdOK.setEnabled(!busy);
+        lvCommands.setEnabled(!busy);
+        if (!busy) {
+            setFocus(lvCommands); // where it was, before it went to Cancel
+        }
     }
 }
 

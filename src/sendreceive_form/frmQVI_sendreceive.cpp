@@ -8,7 +8,7 @@
 
 namespace sendreceive {
 
-frmQVI_sendreceive::frmQVI_sendreceive(const exchange::Services& services, HostValues values)
+frmQVI_sendreceive::frmQVI_sendreceive(const Services& services, HostValues values)
     : Form(services.desktop, "frmQVI_sendreceive"),
       m_engine(ucSendReceive::create(services)),
       m_services(services),
@@ -25,15 +25,16 @@ frmQVI_sendreceive::~frmQVI_sendreceive() {
 void frmQVI_sendreceive::Form_Load() {
     // The name in the message is not the form's: users know the message by it.
     ui::reportErrors(m_services.desktop, "frmSendReceive.Load", [&] {
-        auto commands = std::make_shared<xml::XmlDocument>(makeCommandDocument(
-            m_services.fileSystem, m_services.settings, m_values.gQuorVantisPath, m_values.gProfileNumber));
+        auto commands = std::make_shared<xml::XmlDocument>(
+            makeCommandDocument(m_services.engine.fileSystem, m_services.engine.settings, m_values.gQuorVantisPath,
+                                m_values.gProfileNumber));
         auto globals = std::make_shared<host::LateBoundGlobals>();
         globals->values.gProfileNumber = m_values.gProfileNumber;
         globals->values.gQuorVantisPath = m_values.gQuorVantisPath;
         globals->values.gSettingString = m_values.gSettingString;
-        m_engine->Globals = std::move(globals);
+        m_engine->session.Globals = std::move(globals);
         m_engine->setDomCommands(std::move(commands));
-        m_engine->sWebAddress = m_values.gWebAddress;
+        m_engine->session.sWebAddress = m_values.gWebAddress;
         m_engine->LoadCommands();
     });
     m_engine->cmdOK.setEnabled(m_engine->domCommands() != nullptr);
@@ -62,7 +63,7 @@ void frmQVI_sendreceive::DownloadComplete(std::string& name, const xml::XmlNode&
     } else if (name == command::kSendProductGroups) {
         m_engine->SetMessage("Product groups have been sent");
         // Not guarded: without the mark the run ends with the store's error. Deliberate.
-        m_services.settings.remove("QuorVantis", "Main", "ProductGroups");
+        m_services.engine.settings.remove("QuorVantis", "Main", "ProductGroups");
     }
 }
 

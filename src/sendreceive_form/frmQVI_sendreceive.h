@@ -2,7 +2,6 @@
 // control's events.
 #pragma once
 
-#include "exchange/services.h"
 #include "sendreceive/events.h"
 #include "sendreceive/ucSendReceive.h"
 #include "ui/form.h"
@@ -23,7 +22,7 @@ struct HostValues {
 
 class frmQVI_sendreceive : public ui::Form, private Events {
 public:
-    frmQVI_sendreceive(const exchange::Services& services, HostValues values);
+    frmQVI_sendreceive(const Services& services, HostValues values);
     ~frmQVI_sendreceive() override;
 
 private:
@@ -60,7 +59,7 @@ private:
     void RegisterServer(const std::string&) override {}
     void UnregisterServer(const std::string&) override {}
 
-    exchange::Services m_services;
+    Services m_services;
     HostValues m_values;
 };
 

@@ -64,7 +64,7 @@ std::string ownText(const xml::XmlNode& element) {
 
 xml::XmlDocument frmQVI_sendreceive::loadFile(const std::string& name) {
     xml::XmlDocument document;
-    if (!document.load(m_services.fileSystem.readFile(m_values.gQuorVantisPath + name))) {
+    if (!document.load(m_services.engine.fileSystem.readFile(m_values.gQuorVantisPath + name))) {
         raiseParseError(document);
     }
     return document;
@@ -120,8 +120,8 @@ void frmQVI_sendreceive::gotsendimagelinks210() {
             link.removeAttribute(kMark);
         }
     }
-    m_services.fileSystem.replaceFile(m_values.gQuorVantisPath + std::string(kLinks), links.xml());
-    base::resumeNext([&] { m_services.settings.remove("QuorVantis", "Main", "ImageModify"); });
+    m_services.engine.fileSystem.replaceFile(m_values.gQuorVantisPath + std::string(kLinks), links.xml());
+    base::resumeNext([&] { m_services.engine.settings.remove("QuorVantis", "Main", "ImageModify"); });
 }
 
 } // namespace sendreceive

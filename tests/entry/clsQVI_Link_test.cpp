@@ -90,7 +90,7 @@ TEST_F(clsQVI_LinkTest, ShowFormSendReceiveLeavesTheValuesButNeverTheSettingsNam
     desktop.whenShown("frmQVI_sendreceive", [&] {
         auto& window = dynamic_cast<sendreceive::frmQVI_sendreceive&>(*desktop.shownForm());
         EXPECT_EQ(window.engine().lvCommands.rowCount(), 2U);
-        EXPECT_EQ(base::toText(window.engine().Globals->get("gSettingString")), "");
+        EXPECT_EQ(base::toText(window.engine().session.Globals->get("gSettingString")), "");
         window.userClose();
     });
     link.ShowFormSendReceive();
@@ -127,7 +127,7 @@ TEST_F(clsQVI_LinkTest, CallsFromOutsideFailWhileAFormIsShown) {
         EXPECT_EQ(form().ProductCode, "ABC");
         desktop.whenShown("frmQVI_sendreceive", [&] {
             auto& window = dynamic_cast<sendreceive::frmQVI_sendreceive&>(*desktop.shownForm());
-            EXPECT_EQ(base::toText(window.engine().Globals->get("gSettingString")), "Shop");
+            EXPECT_EQ(base::toText(window.engine().session.Globals->get("gSettingString")), "Shop");
             window.userClose();
         });
         form().cmdUpload.userClick(); // the form's own button is inside

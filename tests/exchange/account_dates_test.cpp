@@ -3,15 +3,14 @@
 
 #include "base/runtime_error.h"
 #include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
 #include "fakes/fake_file_system.h"
 #include "fakes/fake_host_document.h"
 #include "fakes/fake_late_bound.h"
+#include "fakes/scripted_watcher.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace exchange {
 namespace {
@@ -40,18 +39,17 @@ protected:
         account->addProperty("account", number);
     }
     [[nodiscard]] AccountDates dates() {
-        const host::HostGlobals host(globals);
-        return {{desktop, clock, [this](std::string_view line) { traced.emplace_back(line); }},
-                host,
-                host::HostAccount(host, account)};
+        Session session;
+        session.Globals = globals;
+        session.Account = account;
+        return {watcher, watcher, clock, session};
     }
     std::string get(std::string_view name, std::string_view specific) { return dates().GetLastDate(name, specific); }
     [[nodiscard]] std::string saved() const { return files.contents("C:\\xml\\quorvantis.xml"); }
 
-    fakes::FakeDesktop desktop;
+    fakes::ScriptedWatcher watcher;
     fakes::FakeFileSystem files;
     fakes::FakeClock clock;
-    std::vector<std::string> traced;
     std::shared_ptr<fakes::FakeLateBound> globals = std::make_shared<fakes::FakeLateBound>();
     std::shared_ptr<fakes::FakeLateBound> account;
     std::shared_ptr<fakes::FakeHostDocument> document;
@@ -132,8 +130,8 @@ TEST_F(AccountDatesTest, AHostWithoutTheDocumentIsLeftInPeace) {
         globals->addProperty("gdomquorvantis", nothing);
         EXPECT_EQ(get("prices", "no"), "");
         dates().SetLastDate("prices", "no");
-        EXPECT_EQ(traced, std::vector{line});
-        traced.clear();
+        EXPECT_EQ(watcher.traced, line + "\n");
+        watcher.traced.clear();
     }
     globals = std::make_shared<fakes::FakeLateBound>(); // has no such property
     EXPECT_EQ(get("orders", "yes"), "");
@@ -141,13 +139,13 @@ TEST_F(AccountDatesTest, AHostWithoutTheDocumentIsLeftInPeace) {
     globals.reset();
     EXPECT_EQ(get("prices", "no"), "");
     dates().SetLastDate("prices", "no");
-    EXPECT_EQ(traced, (std::vector{line, line}));
+    EXPECT_EQ(watcher.traced, line + "\n" + line + "\n");
     EXPECT_TRUE(files.files().empty());
 }
 
 TEST_F(AccountDatesTest, NamesThatWouldSpoilTheFileAreRefused) {
     for (const char* const name : {"", "1st", "a b", "a:b", "xmlns", "a\"b", "<a/>"}) {
-        desktop.whenAsked("Error in SetLastDate:Invalid procedure call or argument");
+        watcher.whenReported("Error in SetLastDate:Invalid procedure call or argument");
         dates().SetLastDate(name, "no");
         EXPECT_EQ(document->text(), "<settings/>") << name;
         EXPECT_EQ(get(name, "no"), " ");
@@ -174,48 +172,48 @@ TEST_F(AccountDatesTest, FaultsOfTheDocumentAreShown) {
         use("<settings/>");
         document->failOn(row.member, row.error);
         if (row.reading != nullptr) {
-            desktop.whenAsked("Error in GetLastDate:" + std::string(row.reading));
+            watcher.whenReported("Error in GetLastDate:" + std::string(row.reading));
         }
         EXPECT_EQ(get("prices", "no"), row.reading != nullptr ? "" : " ");
         if (row.writing != nullptr) {
-            desktop.whenAsked("Error in SetLastDate:" + std::string(row.writing));
+            watcher.whenReported("Error in SetLastDate:" + std::string(row.writing));
         }
         dates().SetLastDate("prices", "no");
     }
     files.lock("C:\\xml\\quorvantis.xml");
     use("<settings/>");
-    desktop.whenAsked("Error in SetLastDate:Permission denied");
+    watcher.whenReported("Error in SetLastDate:Permission denied");
     dates().SetLastDate("prices", "no");
 
     use(""); // no root
     EXPECT_EQ(get("prices", "no"), " ");
-    desktop.whenAsked("Error in SetLastDate:Object variable or With block variable not set");
+    watcher.whenReported("Error in SetLastDate:Object variable or With block variable not set");
     dates().SetLastDate("prices", "no");
 }
 
 TEST_F(AccountDatesTest, OddAnswersOfTheHostAreShown) {
     globals->addProperty("gdomquorvantis", "a text");
-    desktop.whenAsked("Error in GetLastDate:Type mismatch");
+    watcher.whenReported("Error in GetLastDate:Type mismatch");
     EXPECT_EQ(get("prices", "no"), "");
-    desktop.whenAsked("Error in SetLastDate:Type mismatch");
+    watcher.whenReported("Error in SetLastDate:Type mismatch");
     dates().SetLastDate("prices", "no");
 
     const auto odd = std::make_shared<fakes::FakeLateBound>();
     globals->addProperty("gdomquorvantis", base::ObjectRef(odd));
     odd->addProperty("xml", "<settings");
-    desktop.whenAsked("Error in GetLastDate:" + [] {
+    watcher.whenReported("Error in GetLastDate:" + [] {
         xml::XmlDocument broken;
         EXPECT_FALSE(broken.loadXml("<settings"));
         return broken.parseError();
     }());
     EXPECT_EQ(get("prices", "no"), "");
     odd->addProperty("documentElement", 7);
-    desktop.whenAsked("Error in SetLastDate:Type mismatch");
+    watcher.whenReported("Error in SetLastDate:Type mismatch");
     dates().SetLastDate("prices", "no");
 
     use(kDates);
     globals->failOn("gQuorXMLpath", base::error::kOverflow);
-    desktop.whenAsked("Error in SetLastDate:Overflow");
+    watcher.whenReported("Error in SetLastDate:Overflow");
     dates().SetLastDate("prices", "no");
 }
 
@@ -232,7 +230,7 @@ TEST_F(AccountDatesTest, AWholeListIsAnsweredFromOneReading) {
     account->failOn("Branch", base::error::kOverflow);
     LastDates failing = dates().read();
     EXPECT_EQ(failing.GetLastDate("prices", "no"), "20261115");
-    desktop.whenAsked("Error in GetLastDate:Overflow");
+    watcher.whenReported("Error in GetLastDate:Overflow");
     EXPECT_EQ(failing.GetLastDate("orders", "yes"), "");
     EXPECT_EQ(failing.GetLastDate("prices", "no"), "20261115");
 }

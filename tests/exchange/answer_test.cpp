@@ -1,6 +1,7 @@
 #include "exchange/answer.h"
 
-#include "exchange/failure_text.h"
+#include "connection/https_control.h"
+#include "exchange/failure.h"
 #include "exchange/request_text.h"
 #include "fakes/fake_code_page.h"
 
@@ -105,29 +106,34 @@ TEST(Answer, TheTraceShowsTheWholeRequestButThePasswords) {
 }
 
 TEST(Answer, AFailureIsDescribedByTheAnswerOrElseByItsReason) {
+    using Kind = Failure::Kind;
+    constexpr std::int32_t kNoConnection = connection::https_error::kNoConnection;
     struct Row {
         std::string answer, reason;
         bool proxy;
+        Kind kind;
         std::string begins;
-        bool settingsHelp, keepAnswer;
+        bool settings;
     };
     const std::vector<Row> rows = {
-        {"<p>Gateway timed out</p>", "HTTP protocol error. 504 Gateway", true, "The server timed out", false, false},
-        {"404", "The operation timed out.", false, "The server timed out", false, false},
-        {"407 Proxy Authentication Required", "x", true, "Authorisation error returned.", true, false},
-        {"", "HTTP protocol error. 407 Proxy Authentication Required", true, "Authorisation error", true, false},
-        {"401 not authorised", "x", false, "System error on suppliers side", false, true},
-        {"<h1>404</h1>", "x", true, "Error while connecting to [http://s/].", true, false},
-        {"", "HTTP protocol error. 404 Not Found", false, "Error while connecting", true, false},
-        {"Internal error 500", "HTTP protocol error. 404 Not Found", false, "System error", false, true},
+        {"<p>Gateway timed out</p>", "HTTP protocol error. 504", true, Kind::TimedOut, "The server timed out", false},
+        {"404", "The operation timed out.", false, Kind::TimedOut, "The server timed out", false},
+        {"407 Proxy Authentication Required", "x", true, Kind::Authorisation, "Authorisation error returned.", true},
+        {"", "HTTP protocol error. 407 Proxy Authentication Required", true, Kind::Authorisation, "Authorisation",
+         true},
+        {"401 not authorised", "x", false, Kind::Supplier, "System error on suppliers side", false},
+        {"<h1>404</h1>", "x", true, Kind::NotFound, "Error while connecting to [http://s/].", true},
+        {"", "HTTP protocol error. 404 Not Found", false, Kind::NotFound, "Error while connecting", true},
+        {"Internal error 500", "HTTP protocol error. 404 Not Found", false, Kind::Supplier, "System error", false},
     };
     for (const Row& row : rows) {
-        const Failure failure = describeFailure(row.answer, row.reason, "http://s/", row.proxy);
-        EXPECT_TRUE(failure.text.starts_with(row.begins)) << failure.text;
-        EXPECT_EQ(failure.settingsHelp, row.settingsHelp) << row.answer;
-        EXPECT_EQ(failure.keepAnswer, row.keepAnswer) << row.answer;
-        EXPECT_EQ(failure.text.find("\r\n\r\n(" + row.reason + ")") != std::string::npos, !row.keepAnswer);
+        const Failure failure = describeFailure(kNoConnection, row.reason, "http://s/", row.answer, row.proxy);
+        EXPECT_EQ(failure.kind, row.kind) << row.answer;
+        EXPECT_TRUE(failure.text().starts_with(row.begins)) << failure.text();
+        EXPECT_EQ(failure.settingsMayHelp(), row.settings) << row.answer;
+        EXPECT_EQ(failure.text().find("\r\n\r\n(" + row.reason + ")") != std::string::npos, row.kind != Kind::Supplier);
     }
+    EXPECT_EQ(describeFailure(kNoConnection + 1, "x", "", "404 timed out", true).kind, Kind::NotConnected);
 }
 
 } // namespace

@@ -20,13 +20,11 @@ class Listener final : public Events {
 public:
     std::vector<std::string> heard;
     std::function<void()> meanwhile = [] {};
-    std::shared_ptr<xml::XmlDocument> request; // of the last DownloadStart
 
     void DownloadComplete(std::string& name, const xml::XmlNode&, const std::shared_ptr<xml::XmlDocument>&) override {
         hear("DownloadComplete " + name);
     }
-    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>& document) override {
-        request = document;
+    void DownloadStart(std::string& name, std::shared_ptr<xml::XmlDocument>&) override {
         hear("DownloadStart " + name);
     }
     void Cancelled() override { hear("Cancelled"); }
@@ -53,7 +51,7 @@ protected:
         host->addProperty("gSettingString", "Shop");
         host->addProperty("gProfileNumber", "1001");
         host->addProperty("gQuorVantisPath", "C:\\QV\\");
-        control->Globals = host;
+        control->session.Globals = host;
         control->advise(listener);
     }
 

@@ -40,7 +40,7 @@ TEST_F(ucSendReceiveTest, LoadsUpToTheRowThatFails) {
     control->setDomCommands(nullptr);
     control->LoadCommands();
     services.desktop.whenAsked("Error in LoadCommands:Object doesn't support this property or method");
-    control->Globals = std::make_shared<fakes::FakeLateBound>();
+    control->session.Globals = std::make_shared<fakes::FakeLateBound>();
     control->LoadCommands();
 }
 
@@ -113,31 +113,24 @@ TEST_F(ucSendReceiveTest, TellsThatThePersonCancels) {
     control->cmdCancel.userClick();
 }
 
-// What OK does until the login is over, seen in the command document.
-TEST_F(ucSendReceiveTest, OkAsksForThePasswordAndPutsItIntoTheDocument) {
-    const auto okWith = [&](const std::string& password, const std::string& newPassword) {
-        services.desktop.whenShown("frmLogin", [&, password, newPassword] {
-            login::frmLogin& form = services.login;
-            EXPECT_EQ(form.txtUserName.text(), "1001");
-            EXPECT_FALSE(control->cmdOK.enabled());
-            EXPECT_FALSE(control->lvCommands.enabled());
-            form.txtPassword.userText(password);
-            if (!newPassword.empty()) {
-                form.chChangePassword.userClick();
-                form.tnewpassword.userText(newPassword);
-                form.tverifypassword.userText(newPassword);
-            }
-            password.empty() ? form.cmdCancel.userClick() : form.cmdOK.userClick();
-        });
-        control->cmdOK.userClick();
-        EXPECT_TRUE(control->cmdOK.enabled());
-        EXPECT_TRUE(control->lvCommands.enabled());
-        return control->domCommands()->xml();
-    };
+// The login as the form has it; what becomes of it is the run's.
+TEST_F(ucSendReceiveTest, OkAsksForThePassword) {
     load("<commands profile='1001'/>");
-    EXPECT_EQ(okWith("", ""), "<commands profile=\"1001\"/>");
-    EXPECT_EQ(okWith("a/>\"b", "new"), "<commands profile=\"1001\" password=\"A/&gt;&quot;B\" newpassword=\"NEW\"/>");
-    EXPECT_EQ(okWith("c", ""), "<commands profile=\"1001\" password=\"C\"/>");
+    services.desktop.whenShown("frmLogin", [&] {
+        login::frmLogin& form = services.login;
+        EXPECT_EQ(form.txtUserName.text(), "1001");
+        EXPECT_FALSE(control->cmdOK.enabled());
+        EXPECT_FALSE(control->lvCommands.enabled());
+        form.txtPassword.userText("old");
+        form.chChangePassword.userClick();
+        form.tnewpassword.userText("new");
+        form.tverifypassword.userText("new");
+        form.cmdOK.userClick();
+    });
+    control->cmdOK.userClick();
+    EXPECT_TRUE(control->cmdOK.enabled());
+    EXPECT_TRUE(control->lvCommands.enabled());
+    EXPECT_EQ(control->domCommands()->xml(), "<commands profile=\"1001\" password=\"OLD\" newpassword=\"NEW\"/>");
     EXPECT_EQ(host.use_count(), 2) << "the login form holds on to the host's object";
 
     host->addMethod("GetValue", [](const auto&) -> base::Variant { throw base::RuntimeError(base::error::kOverflow); });
@@ -145,10 +138,65 @@ TEST_F(ucSendReceiveTest, OkAsksForThePasswordAndPutsItIntoTheDocument) {
     control->cmdOK.userClick();
     EXPECT_FALSE(services.login.loaded());
     EXPECT_EQ(host.use_count(), 2) << "nor after a login that failed";
+}
 
-    control->bLoginNotRequired = true;
+// Row, bar, status line and buttons follow the run; the listeners hear of it.
+TEST_F(ucSendReceiveTest, ShowsHowARunGetsOn) {
+    using Kind = ports::HttpOutcome::Kind;
+    control->session.bLoginNotRequired = true;
+    control->session.sWebAddress = "http://supplier/";
+    load("<commands><command name='a' checked='yes' show='yes'/><command name='b' checked='yes' show='yes'/>"
+         "<command name='c' required='yes'/></commands>");
+    control->lvCommands.userCheck(1, false);
+    listener.meanwhile = [&] {
+        EXPECT_FALSE(control->cmdOK.enabled());
+        EXPECT_FALSE(control->lvCommands.enabled());
+        EXPECT_EQ(control->barProgress.barWidth(),
+                  listener.heard.back().starts_with("DownloadStart") ? 0 : ui::FramedBar::kFrameWidth);
+    };
+    services.network.willAnswer("<results/>");
+    services.network.willAnswer("<results/>");
     control->cmdOK.userClick();
-    EXPECT_EQ(control->domCommands()->xml(), "<commands profile=\"1001\" password=\"C\"/>");
+    EXPECT_EQ(rows(), (Rows{"+a|||Done", "-b||| "}));
+    EXPECT_EQ(listener.heard, (Rows{"DownloadStart a", "DownloadComplete a", "DownloadStart c", "DownloadComplete c",
+                                    "SendReceiveCompleted"}));
+    EXPECT_EQ(control->lProgress.text(), "Send/Receive completed...");
+    EXPECT_TRUE(control->cmdOK.enabled());
+    EXPECT_TRUE(control->lvCommands.enabled());
+
+    listener.meanwhile = [] {};
+    services.desktop.whenAsked("No");
+    services.network.willAnswer("<results error='No'/>");
+    control->cmdOK.userClick();
+    EXPECT_EQ(rows(), (Rows{"+a|||Error", "-b||| "}));
+    EXPECT_EQ(control->lProgress.text(), "Send/Receive failed...");
+    EXPECT_EQ(control->barProgress.barWidth(), 0);
+    EXPECT_TRUE(control->cmdOK.enabled());
+
+    listener.heard.clear();
+    services.network.willAnswer({{"<a/>"}, 200, "OK", {}, Kind::Answered, 0, "", [&] {
+                                     EXPECT_EQ(rows(), (Rows{"+a|||Busy", "-b||| "}));
+                                     control->cmdCancel.userClick();
+                                 }});
+    control->cmdOK.userClick();
+    EXPECT_EQ(listener.heard, (Rows{"DownloadStart a", "Cancelled"}));
+    EXPECT_EQ(control->lProgress.text(), "Send/Receive cancelled...");
+    EXPECT_EQ(control->barProgress.barWidth(), 0);
+    EXPECT_TRUE(control->cmdOK.enabled());
+}
+
+TEST_F(ucSendReceiveTest, TheBarFollowsTheBytes) {
+    std::vector<std::int32_t> widths;
+    for (int n = 1; n <= 4; ++n) {
+        services.desktop.atDoEvents(n, [&] { widths.push_back(control->barProgress.barWidth()); });
+    }
+    services.network.willAnswer({{"<a>x", "</a>"}, 200, "OK", {{"Content-Length", "8"}}});
+    std::string url = "http://supplier/";
+    EXPECT_TRUE(control->SendReceive(url, "POST", std::make_shared<xml::XmlDocument>(), nullptr, "", false, false));
+    EXPECT_EQ(widths, (std::vector<std::int32_t>{0, 3000, 3000, ui::FramedBar::kFrameWidth - 30}));
+    EXPECT_EQ(control->barProgress.barWidth(), ui::FramedBar::kFrameWidth);
+    control->SetProgressBar(2);
+    EXPECT_EQ(control->barProgress.barWidth(), ui::FramedBar::kFrameWidth / 4);
 }
 
 TEST_F(ucSendReceiveTest, KeepsItsListDuringARun) {
@@ -174,7 +222,7 @@ TEST_F(ucSendReceiveTest, TracesWhereTheHostHasADataFolder) {
     services.desktop.whenAsked("Error in WriteSingleLog:Permission denied");
     services.files.lock(trace);
     control->WriteSingleLog("lost", false);
-    control->Globals = nullptr;
+    control->session.Globals = nullptr;
     control->SetMessage("without a host");
 }
 

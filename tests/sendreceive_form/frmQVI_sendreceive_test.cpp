@@ -54,7 +54,7 @@ TEST_F(frmQVI_sendreceiveTest, OffersWhatTheShopHas) {
         frmQVI_sendreceive form(shop.all, {"10&01", "C:\\QV\\", "Shop", "http://supplier/"});
         form.load();
         EXPECT_EQ(form.engine().domCommands()->xml(), c.expected);
-        EXPECT_EQ(form.engine().sWebAddress, "http://supplier/");
+        EXPECT_EQ(form.engine().session.sWebAddress, "http://supplier/");
         EXPECT_TRUE(form.engine().cmdOK.enabled());
     }
 }

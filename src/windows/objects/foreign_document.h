@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/late_bound.h"
-#include "sendreceive/host_command_document.h"
+#include "exchange/host_command_document.h"
 #include "xml/xml_document.h"
 
 #include <windows.h>
@@ -19,7 +19,7 @@ namespace windows::com {
 // Reached late-bound, by the conventional names: xml, loadXML, documentElement, selectNodes, item, setAttribute,
 // removeAttribute. Every method raises what the object raises, 438 for an object that lacks the member, 13 for one that
 // answers with something else, and 91 where there is no such node.
-class ForeignDocument final : public sendreceive::HostCommandDocument {
+class ForeignDocument final : public exchange::HostCommandDocument {
 public:
     // `object` is not null.
     explicit ForeignDocument(base::ObjectRef object) noexcept : m_object(std::move(object)) {}

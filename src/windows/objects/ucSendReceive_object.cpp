@@ -60,8 +60,8 @@ void replace(BSTR& text, const std::string& utf8) {
 SendReceiveObject::SendReceiveObject()
     : SendReceiveObject(entry::sendReceiveServices(App::instance().environment()), App::instance().desktop()) {}
 
-SendReceiveObject::SendReceiveObject(const exchange::Services& services, WindowsDesktop& desktop)
-    : m_fileSystem(services.fileSystem),
+SendReceiveObject::SendReceiveObject(const sendreceive::Services& services, WindowsDesktop& desktop)
+    : m_fileSystem(services.engine.fileSystem),
       m_control(sendreceive::ucSendReceive::create(services)),
       m_events(eventSource(), m_fileSystem),
       m_embedding(static_cast<::_ucSendReceive&>(*this), __uuidof(::ucSendReceive), keepingTheModule(m_control),

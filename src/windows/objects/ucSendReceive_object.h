@@ -16,41 +16,42 @@ class SendReceiveObject final : public EventSourceObject<::_ucSendReceive, ::ucS
 public:
     SendReceiveObject();
     // `desktop` is for the control's windows: that of the services, unless those are for tests without any.
-    explicit SendReceiveObject(const exchange::Services& services, WindowsDesktop& desktop = App::instance().desktop());
+    explicit SendReceiveObject(const sendreceive::Services& services,
+                               WindowsDesktop& desktop = App::instance().desktop());
 
     HRESULT STDMETHODCALLTYPE get_domCommands(IDispatch** value) noexcept override;
     HRESULT STDMETHODCALLTYPE put_domCommands(IDispatch* value) noexcept override;
     HRESULT STDMETHODCALLTYPE putref_domCommands(IDispatch* value) noexcept override { return put_domCommands(value); }
     HRESULT STDMETHODCALLTYPE get_Globals(IDispatch** value) noexcept override {
-        return getObject(m_control->Globals, value);
+        return getObject(m_control->session.Globals, value);
     }
     HRESULT STDMETHODCALLTYPE put_Globals(IDispatch* value) noexcept override {
-        return putObject(m_control->Globals, value);
+        return putObject(m_control->session.Globals, value);
     }
     HRESULT STDMETHODCALLTYPE putref_Globals(IDispatch* value) noexcept override { return put_Globals(value); }
     HRESULT STDMETHODCALLTYPE get_sWebAddress(BSTR* value) noexcept override {
-        return get(m_control->sWebAddress, value);
+        return get(m_control->session.sWebAddress, value);
     }
     HRESULT STDMETHODCALLTYPE put_sWebAddress(BSTR value) noexcept override {
-        return put(m_control->sWebAddress, value);
+        return put(m_control->session.sWebAddress, value);
     }
     HRESULT STDMETHODCALLTYPE get_bLoginNotRequired(VARIANT_BOOL* value) noexcept override {
-        return get(m_control->bLoginNotRequired, value);
+        return get(m_control->session.bLoginNotRequired, value);
     }
     HRESULT STDMETHODCALLTYPE put_bLoginNotRequired(VARIANT_BOOL value) noexcept override {
-        return put(m_control->bLoginNotRequired, value);
+        return put(m_control->session.bLoginNotRequired, value);
     }
     HRESULT STDMETHODCALLTYPE get_gUsingAlternate(VARIANT_BOOL* value) noexcept override {
-        return get(m_control->gUsingAlternate, value);
+        return get(m_control->session.gUsingAlternate, value);
     }
     HRESULT STDMETHODCALLTYPE put_gUsingAlternate(VARIANT_BOOL value) noexcept override {
-        return put(m_control->gUsingAlternate, value);
+        return put(m_control->session.gUsingAlternate, value);
     }
     HRESULT STDMETHODCALLTYPE get_Account(IDispatch** value) noexcept override {
-        return getObject(m_control->Account, value);
+        return getObject(m_control->session.Account, value);
     }
     HRESULT STDMETHODCALLTYPE put_Account(IDispatch* value) noexcept override {
-        return putObject(m_control->Account, value);
+        return putObject(m_control->session.Account, value);
     }
     HRESULT STDMETHODCALLTYPE putref_Account(IDispatch* value) noexcept override { return put_Account(value); }
 

@@ -20,7 +20,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID processEnds) {
 }
 
 STDAPI DllCanUnloadNow() {
-    return moduleInUse() ? S_FALSE : S_OK;
+    return windows::moduleInUse() ? S_FALSE : S_OK;
 }
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** object) {

@@ -2,8 +2,8 @@
 #include "contracts/scratch_folder.h"
 #include "exchange/account_dates.h"
 #include "fakes/fake_clock.h"
-#include "fakes/fake_desktop.h"
 #include "fakes/fake_late_bound.h"
+#include "fakes/scripted_watcher.h"
 #include "windows/adapters/windows_file_system.h"
 #include "windows/base/wide.h"
 #include "windows/com/com_support.h"
@@ -35,9 +35,9 @@ protected:
                                  {"<quorvantis name=\"caf\xC3\xA9\"><accountdates old=\"20250101\"/></quorvantis>"}),
                   base::Variant(true));
         host->addProperty("gdomquorvantis", document);
-        const host::HostGlobals globals(host);
-        const exchange::AccountDates dates({desktop, clock, [](std::string_view) {}}, globals,
-                                           host::HostAccount(globals));
+        exchange::Session session;
+        session.Globals = host;
+        const exchange::AccountDates dates(watcher, watcher, clock, session);
         dates.SetLastDate("prices", "no");
         dates.SetLastDate("orders", "yes");
         clock.set({2026, 11, 16, 9, 0, 0});
@@ -55,33 +55,16 @@ protected:
 
         files.removeFile(folder + "quorvantis.xml");
         files.createFolder(folder + "quorvantis.xml"); // in the way of the next save
-        desktop.onAnyBox();
+        watcher.whenReported("Error in SetLastDate:"); // and whatever the system's own library says
         dates.SetLastDate("prices", "no");
-        EXPECT_EQ(desktop.lastBox().find("Error in SetLastDate:"), 0U) << desktop.lastBox();
         host->addProperty("gdomquorvantis"); // let go of it while its library is there
     }
-
-    // Any text may stand in a box that reports what the system's own library says.
-    class Desktop final : public fakes::FakeDesktop {
-    public:
-        void onAnyBox() { m_expected = true; }
-        [[nodiscard]] const std::string& lastBox() const { return m_last; }
-        ui::Answer messageBox(std::string_view text, ui::Buttons buttons, ui::Icon icon,
-                              std::string_view title) override {
-            m_last = text;
-            return m_expected ? ui::Answer::Ok : FakeDesktop::messageBox(text, buttons, icon, title);
-        }
-
-    private:
-        bool m_expected = false;
-        std::string m_last;
-    };
 
     ComApartment apartment;
     contracts::ScratchFolder scratch;
     std::string folder = windows::fromWide(scratch.path().wstring()) + "\\";
     windows::WindowsFileSystem files;
-    Desktop desktop;
+    fakes::ScriptedWatcher watcher;
     fakes::FakeClock clock;
     std::shared_ptr<fakes::FakeLateBound> host = std::make_shared<fakes::FakeLateBound>();
 };

@@ -191,7 +191,7 @@ TEST_F(Control, AnExchangeStampsTheHostsOwnRequest) {
     host->addProperty("gdomquorvantis",
                       base::ObjectRef(std::make_shared<fakes::FakeHostDocument>(
                           services.files, "<quorvantis><accountdates prices='20261101'/></quorvantis>")));
-    object->control().Globals = host;
+    object->control().session.Globals = host;
     const auto send = [this](IDispatch* request) {
         BSTR url = SysAllocString(L"http://supplier/");
         IDispatch* results = nullptr;

@@ -28,11 +28,11 @@ TEST_F(Embedded, AppearsInTheContainersWindowTakesClicksAndGoes) {
         ASSERT_NE(shown, nullptr);
         EXPECT_EQ(GetParent(shown), container.window());
         EXPECT_EQ(ListView_GetItemCount(window("lvCommands")), 2);
-        engine->gCancelled = false;
+        engine->session.gCancelled = false;
         engine->lProgress.setText("Ready");
         container.calls.clear();
         person.click(kControl, "cmdCancel");
-        container.runUntil([&] { return engine->gCancelled; });
+        container.runUntil([&] { return engine->session.gCancelled; });
         EXPECT_EQ(container.calls, (Calls{"OnUIActivate", "SetActiveObject", "OnFocus got"})) << "clicked into";
         std::wstring status(20, L'\0');
         GetWindowTextW(window("lProgress"), status.data(), 20);
@@ -156,7 +156,7 @@ TEST_F(Embedded, ARunEndsWhenTheProgramIsToldToEnd) {
     container.doVerb(OLEIVERB_UIACTIVATE);
     runWith([&] {
         PostQuitMessage(7);
-        waitInside([&] { return engine->gCancelled; });
+        waitInside([&] { return engine->session.gCancelled; });
     });
     EXPECT_EQ(services.network.requests.size(), 1U);
     MSG message{};

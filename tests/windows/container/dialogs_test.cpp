@@ -25,7 +25,7 @@ protected:
     [[nodiscard]] std::ptrdiff_t told(const char* call) const { return std::ranges::count(container.calls, call); }
     // Presses OK and does this while the login is shown. Returns when the run has ended.
     void whileLoggingIn(std::function<void()> meanwhile) {
-        engine->bLoginNotRequired = false;
+        engine->session.bLoginNotRequired = false;
         bool asked = false;
         person.click(kControl, "cmdOK")
             .waitFor("the login", [] { return test::formWindow("frmLogin") != nullptr; })
@@ -39,7 +39,7 @@ protected:
         EXPECT_EQ(test::formWindow("frmLogin"), nullptr);
         EXPECT_EQ(services.network.requests.size(), 0U) << "closed without a password";
         EXPECT_TRUE(IsWindowEnabled(second));
-        engine->bLoginNotRequired = true;
+        engine->session.bLoginNotRequired = true;
     }
 
     // Another one of the host's program.

@@ -29,8 +29,8 @@ protected:
         globals->addProperty("gWebService", std::string("Supplier"));
         globals->addProperty("gSettingString", std::string("Shop"));
         globals->addProperty("gQuorVantisPath", std::string("C:\\QV\\"));
-        engine->Globals = globals;
-        engine->bLoginNotRequired = true;
+        engine->session.Globals = globals;
+        engine->session.bLoginNotRequired = true;
         EXPECT_TRUE(engine->domCommands()->loadXml("<commands><command name='prices' show='yes' required='yes'/>"
                                                    "<command name='orders' show='yes' required='yes'/></commands>"));
         engine->LoadCommands();

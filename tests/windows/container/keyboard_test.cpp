@@ -70,12 +70,12 @@ TEST_F(Keyboard, ReturnPressesTheDefaultButtonAndEscapeCancels) {
     services.network.willAnswer("<results/>");
     pressUntil(VK_RETURN, [&] { return services.network.requests.size() == 2 && engine->cmdOK.enabled(); });
     container.runUntil(focusOn(window("lvCommands"))); // back from Cancel, where it was while OK was dead
-    EXPECT_FALSE(engine->gCancelled);
-    pressUntil(VK_ESCAPE, [&] { return engine->gCancelled; });
-    engine->gCancelled = false;
+    EXPECT_FALSE(engine->session.gCancelled);
+    pressUntil(VK_ESCAPE, [&] { return engine->session.gCancelled; });
+    engine->session.gCancelled = false;
     person.press(VK_ESCAPE, 1 << 30);
     pressUntil(VK_DOWN, [&] { return ListView_GetNextItem(window("lvCommands"), -1, LVNI_FOCUSED) == 1; });
-    EXPECT_FALSE(engine->gCancelled) << "held down since before";
+    EXPECT_FALSE(engine->session.gCancelled) << "held down since before";
 }
 
 TEST_F(Keyboard, KeysThatTheControlDoesNotKnowAreTheContainers) {
@@ -129,7 +129,7 @@ TEST_F(Keyboard, DuringARunTheKeysComeThroughAllTheSame) {
     runWith([&] {
         waitInside(focusOn(window("cmdCancel"))); // OK is dead by now
         PostMessageW(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
-        waitInside([&] { return engine->gCancelled; });
+        waitInside([&] { return engine->session.gCancelled; });
     });
     EXPECT_EQ(services.network.requests.size(), 1U);
 }

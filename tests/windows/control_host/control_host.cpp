@@ -85,7 +85,7 @@ private:
         waitIf(command, "after");
     }
     void waitIf(const xml::XmlNode& command, std::string_view when) {
-        while (command.getAttribute("waits") == when && !m_control->gCancelled) {
+        while (command.getAttribute("waits") == when && !m_control->session.gCancelled) {
             m_machine.desktop.doEvents();
         }
     }
@@ -123,18 +123,18 @@ void run(const std::string& folder, const std::string& address, std::chrono::mil
     auto commands = std::make_shared<xml::XmlDocument>();
     static_cast<void>(commands->load(machine.files.readFile(folder + "commands.xml")));
 
-    exchange::Services services = entry::sendReceiveServices(machine.environment);
-    services.timeOut = timeOut;
+    sendreceive::Services services = entry::sendReceiveServices(machine.environment);
+    services.engine.timeOut = timeOut;
     const auto control = sendreceive::ucSendReceive::create(services);
-    control->Globals =
+    control->session.Globals =
         windows::com::toObjectRef(script.object(windows::toWide(machine.files.readFile(folder + "globals.js"))));
-    control->sWebAddress = address;
+    control->session.sWebAddress = address;
     control->setDomCommands(std::move(commands));
     Window window(machine, control);
     window.load();
     window.showModal();
     for (const char* const flag : {"gBusyWithUpgrade", "gDisplayExitMsg"}) {
-        if (base::toText(control->Globals->get(flag)) == base::toText(true)) {
+        if (base::toText(control->session.Globals->get(flag)) == base::toText(true)) {
             std::puts(flag);
         }
     }

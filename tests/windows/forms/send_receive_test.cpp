@@ -92,7 +92,7 @@ TEST_F(SendReceiveTest, TheListShowsItsRowsAndIsTickedByTheSpaceBar) {
 }
 
 TEST_F(SendReceiveTest, ReturnPressesTheButtonThatHasTheFocusOrElseOk) {
-    form.engine().bLoginNotRequired = true;
+    form.engine().session.bLoginNotRequired = true;
     const auto answersBox = [&] {
         services.network.willAnswer("<results error='No'/>");
         person.waitFor("the message", [] { return systemDialog() != nullptr; })

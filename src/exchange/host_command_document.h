@@ -1,5 +1,5 @@
 // The port to a host's own command document, which the control keeps in step with its copy.
-// Real: windows/com, over the host's document object.
+// Real: windows/objects, over the host's document object.
 #pragma once
 
 #include "xml/xml_document.h"
@@ -8,7 +8,7 @@
 #include <memory>
 #include <string_view>
 
-namespace sendreceive {
+namespace exchange {
 
 // The control works on a copy of the document; what it writes there it also writes here, right after. All methods
 // raise what the host's object raises.
@@ -28,4 +28,4 @@ public:
     virtual void setCommandAttribute(std::size_t command, std::string_view name, std::string_view value) = 0;
 };
 
-} // namespace sendreceive
+} // namespace exchange

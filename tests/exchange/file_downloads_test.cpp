@@ -1,12 +1,22 @@
 // Files that an answer names: where they come from, which are wanted, and where they end up.
-#include "sendreceive/file_downloads_fixture.h"
+#include "connection/web_address.h"
+#include "exchange/engine_fixture.h"
 #include "exchange/listed_file.h"
 
-namespace sendreceive {
+namespace exchange {
 namespace {
 
 using fakes::Answer;
 using Kind = ports::HttpOutcome::Kind;
+
+class FileDownloadsTest : public EngineFixture {
+protected:
+    [[nodiscard]] Rows filesLeft() const {
+        Rows paths = services.files.files();
+        std::erase(paths, "c:\\QuorvantisLog.txt"); // the trace of the cabinet reader
+        return paths;
+    }
+};
 
 TEST_F(FileDownloadsTest, EachDestinationHasItsFolder) {
     services.settings.set("Shop", "Main", "InstalledFolder", "C:\\Program Files\\Shop");
@@ -19,13 +29,11 @@ TEST_F(FileDownloadsTest, EachDestinationHasItsFolder) {
                       "<file filename='d' webname='http://other/d' destination='installed'/>"
                       "<file filename='e' webname='HTTPS://other/e' destination='newsflash'/>"
                       "<file filename='sub/f' destination='newsflash'/>"));
-    Rows urls;
     for (const ports::HttpRequest& request : services.network.requests) {
         EXPECT_EQ(request.method, ports::HttpRequest::Method::Get);
-        urls.push_back(request.url);
     }
-    EXPECT_EQ(urls, (Rows{"http://supplier/shop/files/a%20b.jpg", "http://supplier/shop/b", "http://supplier/c",
-                          "http://other/d", "HTTPS://other/e", "http://supplier/shop/sub/f"}));
+    EXPECT_EQ(urls(), (Rows{"http://supplier/shop/files/a%20b.jpg", "http://supplier/shop/b", "http://supplier/c",
+                            "http://other/d", "HTTPS://other/e", "http://supplier/shop/sub/f"}));
     EXPECT_EQ(contents("C:\\QV\\files\\a b.jpg"), "bytes of a b.jpg");
     EXPECT_EQ(contents("C:\\QV\\files\\b"), "bytes of b");
     EXPECT_EQ(contents("C:\\QV\\c"), "bytes of c");
@@ -33,7 +41,7 @@ TEST_F(FileDownloadsTest, EachDestinationHasItsFolder) {
     EXPECT_EQ(contents("C:\\QV\\newsflash\\e"), "bytes of e");
     EXPECT_EQ(contents("C:\\QV\\newsflash\\sub\\f"), "bytes of sub/f");
     EXPECT_EQ(filesLeft().size(), 6U) << "nothing is left elsewhere";
-    EXPECT_EQ(control->lProgress.text(), "Downloading f, Please wait");
+    EXPECT_EQ(watcher.heard.back(), "status Downloading f, Please wait");
 
     host->addProperty("gfilespath", "D:\\shop files");
     services.network.willAnswer(file("x"));
@@ -67,9 +75,8 @@ TEST_F(FileDownloadsTest, OnlyWhatIsMissingOrOlderIsFetched) {
     EXPECT_TRUE(check("<file filename='a.dll' version='7.2'/>", true));
     EXPECT_EQ(contents("C:\\QV\\files\\a.dll"), "forced");
 
-    EXPECT_TRUE(control->CheckForFileDownloads(results("<file filename='b'/>"), false, "C:\\QV\\", true));
-    control->SetDownloadVisible(true);
-    control->cDownloadFiles.userClick(); // "Do not download files"
+    EXPECT_TRUE(engine.CheckForFileDownloads(results("<file filename='b'/>"), false, "C:\\QV\\", true));
+    session.bDownloadFiles = false;
     EXPECT_TRUE(check("<file filename='b'/>"));
     EXPECT_TRUE(check("<upgrade/>"));
 }
@@ -79,7 +86,7 @@ TEST_F(FileDownloadsTest, NamesThatLeadElsewhereAreRefused) {
         EXPECT_FALSE(check("<file filename='" + name + "' webname='x'/>")) << name;
         EXPECT_FALSE(check("<file filename='a' cabfilename='" + name + "/..' webname='x'/>")) << name;
     }
-    control->sWebAddress = "https://supplier/";
+    session.sWebAddress = "https://supplier/";
     for (const std::string webname : {"http://other/a", "file:///c:/a", "ftp://x/a", "javascript:a"}) {
         EXPECT_FALSE(check("<file filename='a' webname='" + webname + "'/>")) << webname;
     }
@@ -108,7 +115,7 @@ TEST_F(FileDownloadsTest, WhatTheServerMeansByANameDependsOnTheService) {
         {"https://h/", "HTTPS://h/a", "HTTPS://h/a"},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(exchange::fileAddress(row.service, row.webname), row.address) << row.service << " " << row.webname;
+        EXPECT_EQ(connection::fileAddress(row.service, row.webname), row.address) << row.service << " " << row.webname;
     }
 }
 
@@ -124,8 +131,9 @@ TEST_F(FileDownloadsTest, AFileThatIsInUseStaysAndTheHostIsTold) {
     services.files.unlock("C:\\QV\\files\\a.dll");
     EXPECT_EQ(contents("C:\\QV\\files\\a.dll"), "old");
     EXPECT_EQ(contents("C:\\QV\\files\\c.jpg"), "new c.jpg") << "one that fails does not stop the others";
-    EXPECT_EQ(listener.heard, (Rows{"UnregisterServer C:\\QV\\files\\a.dll", "RegisterServer C:\\QV\\files\\a.dll",
-                                    "RegisterServer C:\\QV\\files\\B.OCX"}));
+    std::erase_if(watcher.heard, [](const std::string& event) { return event.starts_with("status"); });
+    EXPECT_EQ(watcher.heard,
+              (Rows{"replacing C:\\QV\\files\\a.dll", "placed C:\\QV\\files\\a.dll", "placed C:\\QV\\files\\B.OCX"}));
     EXPECT_EQ(filesLeft().size(), 3U);
 }
 
@@ -147,7 +155,8 @@ TEST_F(FileDownloadsTest, CabinetsAreUnpackedAndFetchedOnce) {
     EXPECT_TRUE(check("<file filename='news.cab' webname='files/news.cab' destination='newsflash'/>"
                       "<file filename='NEWS.TXT' webname='files/news.cab' destination='database'/>"));
     EXPECT_EQ(services.cabinetApi.lastPath, "C:\\QV\\files\\incoming\\news.cab");
-    EXPECT_EQ(filesLeft(), (Rows{"C:\\QV\\newsflash\\sub\\more.jpg"}));
+    EXPECT_EQ(filesLeft(),
+              (Rows{"C:\\QV\\news.txt", "C:\\QV\\newsflash\\news.txt", "C:\\QV\\newsflash\\sub\\more.jpg"}));
     EXPECT_EQ(contents("C:\\QV\\newsflash\\news.txt"), "file");
     EXPECT_EQ(contents("C:\\QV\\NEWS.TXT"), "file");
 
@@ -155,7 +164,7 @@ TEST_F(FileDownloadsTest, CabinetsAreUnpackedAndFetchedOnce) {
     EXPECT_FALSE(check("<file filename='absent.txt' cabfilename='x.cab' webname='1'/>"));
     services.cabinetApi.script = [](std::uint32_t, ports::CabinetCallback&) { return 13U; };
     services.network.willAnswer(file("no cabinet"));
-    services.desktop.whenAsked("Error in CheckForFileDownloads:clsCabFile.Extract: Invalid data.");
+    watcher.whenReported("Error in CheckForFileDownloads:clsCabFile.Extract: Invalid data.");
     EXPECT_FALSE(check("<file filename='a.txt' cabfilename='x.cab' webname='1'/>"));
     EXPECT_FALSE(services.files.hasFile("C:\\QV\\files\\incoming\\x.cab"));
 }
@@ -164,8 +173,8 @@ TEST_F(FileDownloadsTest, ABrokenDownloadEndsUpNowhereAndGoesOnTheNextTime) {
     const std::vector<ports::HttpHeader> headers = {{"Content-Length", "8"}, {"ETag", "\"1\""}};
     services.network.willAnswer(Answer{{"half"}, 200, "OK", headers, Kind::Failed, 18, "broken"});
     services.network.willAnswer(file("good"));
-    services.desktop.whenAsked("Error in download : broken");
-    services.desktop.whenShown("frmMsgBox", [this] { services.desktop.shownForm()->userClose(); });
+    watcher.whenTold("Error in download : broken");
+    watcher.whenFailing("");
     EXPECT_FALSE(check("<file filename='a'/><file filename='b'/>"));
     EXPECT_EQ(filesLeft(),
               (Rows{"C:\\QV\\files\\b", "C:\\QV\\files\\incoming\\a.part", "C:\\QV\\files\\incoming\\a.part.info"}));
@@ -174,8 +183,7 @@ TEST_F(FileDownloadsTest, ABrokenDownloadEndsUpNowhereAndGoesOnTheNextTime) {
     EXPECT_EQ(contents("C:\\QV\\files\\a"), "halfrest");
     EXPECT_EQ(filesLeft().size(), 2U);
 
-    services.network.willAnswer(
-        Answer{{"ABCD"}, 200, "OK", {}, Kind::Answered, 0, "", [this] { control->cmdCancel.userClick(); }});
+    services.network.willAnswer(Answer{{"ABCD"}, 200, "OK", {}, Kind::Answered, 0, "", [this] { engine.cancel(); }});
     EXPECT_FALSE(check("<file filename='c'/><file filename='d'/>")) << "a Cancel ends the pass";
     EXPECT_EQ(filesLeft().size(), 2U);
 }
@@ -183,19 +191,19 @@ TEST_F(FileDownloadsTest, ABrokenDownloadEndsUpNowhereAndGoesOnTheNextTime) {
 TEST_F(FileDownloadsTest, AHostThatAsksInTheMiddleOfAnExchangeIsTurnedAway) {
     Rows refused;
     const auto ask = [&] {
-        std::string url = "http://supplier/";
-        EXPECT_FALSE(control->SendReceive(url, "POST", results(""), nullptr, "", false, false));
-        EXPECT_FALSE(control->DownloadFile(url, "C:\\QV\\x"));
-        EXPECT_FALSE(control->CheckForFileDownloads(results("<file filename='x'/>"), true, "C:\\QV\\", false));
-        EXPECT_FALSE(control->DownloadUpgrade(results("<command name='upgrade100'/>"), "QV", "C:\\"));
+        EXPECT_FALSE(
+            engine.SendReceive({.url = "http://supplier/", .method = "POST", .results = results("")}, false).succeeded);
+        EXPECT_FALSE(check("<file filename='x'/>"));
+        EXPECT_FALSE(engine.DownloadUpgrade(*results("<command name='upgrade100'/>"), "C:\\QV\\"));
         refused.emplace_back("asked");
     };
-    listener.meanwhile = ask; // the events about a library
+    watcher.meanwhile = [&] { // the events about a library
+        if (watcher.heard.back().starts_with("placed")) {
+            ask();
+        }
+    };
     services.network.willAnswer(Answer{{"gone"}, 404, "Not Found"});
-    services.desktop.whenShown("frmMsgBox", [&] { // a dialogue of the exchange is open
-        ask();
-        services.desktop.shownForm()->userClose();
-    });
+    watcher.whenFailing("", Dialogues::Next::GiveUp, ask);
     services.network.willAnswer(Answer{{"dll"}, 200, "OK", {}, Kind::Answered, 0, "", ask});
     EXPECT_FALSE(check("<file filename='a'/><file filename='b.dll'/>"));
     EXPECT_EQ(refused.size(), 3U);
@@ -203,4 +211,4 @@ TEST_F(FileDownloadsTest, AHostThatAsksInTheMiddleOfAnExchangeIsTurnedAway) {
 }
 
 } // namespace
-} // namespace sendreceive
+} // namespace exchange

@@ -1,14 +1,20 @@
 // Set-up programs and upgrades that an answer names: which are accepted, where they go, when they are started.
-#include "sendreceive/file_downloads_fixture.h"
+#include "exchange/engine_fixture.h"
 
 #include "base/error_number.h"
-namespace sendreceive {
+namespace exchange {
 namespace {
 
 using fakes::Answer;
 using fakes::FakePrograms;
 
-using UpgradeTest = FileDownloadsTest;
+class UpgradeTest : public EngineFixture {
+protected:
+    void expectRefusal(const std::string& routine, const std::string& reason) {
+        watcher.whenReported("Error in " + routine + ":The set-up program QuorVantisSetup.exe was not accepted. " +
+                             reason);
+    }
+};
 
 TEST_F(UpgradeTest, ASetUpProgramMustBeWhatWasAnnounced) {
     struct Row {
@@ -39,23 +45,23 @@ TEST_F(UpgradeTest, ASetUpProgramMustBeWhatWasAnnounced) {
             services.programs.add("C:\\QV\\" + folder + "QuorVantisSetup.exe", row.program);
             option("RequireSignedSetup", row.signedBy == "-" ? "False" : "True");
             option("SetupPublisher", row.signedBy == "-" ? "Nobody" : row.signedBy);
-            control->bMustRunSetup = false;
-            control->MustRunSetupName.clear();
+            session.bMustRunSetup = false;
+            session.MustRunSetupName.clear();
             services.network.willAnswer(row.answer);
             const bool upgrade = folder.starts_with("upgrade");
             if (row.refusal == "-") { // the transfer itself shows it
-                services.desktop.whenAsked("Error in download : The file is not as long as the server says.");
-                services.desktop.whenShown("frmMsgBox", [this] { services.desktop.shownForm()->userClose(); });
+                watcher.whenTold("Error in download : The file is not as long as the server says.");
+                watcher.whenFailing("");
             } else if (!row.refusal.empty()) {
                 expectRefusal(upgrade ? "DownloadUpgrade" : "CheckForFileDownloads", row.refusal);
             }
             EXPECT_EQ(check((upgrade ? "<command name='upgrade100' latestversion='7'/>" : "<command/>") +
                             std::string("<file filename='QuorVantisSetup.exe' ") + row.attributes + "/>"),
                       row.refusal.empty());
-            EXPECT_EQ(control->bMustRunSetup, row.refusal.empty());
+            EXPECT_EQ(session.bMustRunSetup, row.refusal.empty());
             const std::string placed =
                 upgrade ? "C:\\QV\\upgrade\\upgrade7\\QuorVantisSetup.exe" : "C:\\QV\\files\\QuorVantisSetup.exe";
-            EXPECT_EQ(control->MustRunSetupName, row.refusal.empty() ? placed : "");
+            EXPECT_EQ(session.MustRunSetupName, row.refusal.empty() ? placed : "");
             EXPECT_EQ(services.files.hasFile(placed), row.refusal.empty());
             if (services.files.hasFile(placed)) {
                 services.files.removeFile(placed);
@@ -70,34 +76,30 @@ TEST_F(UpgradeTest, AnUpgradeIsFetchedIntoAFolderOfItsVersion) {
                                "<file filename='..\\b' webname='up/2'/><file filename='c.txt' webname='up/3'/>";
     services.network.willAnswer(Answer{{"no"}, 404, "Not Found"});
     services.network.willAnswer(file("cc"));
-    services.desktop.whenShown("frmMsgBox", [this] { services.desktop.shownForm()->userClose(); });
-    EXPECT_TRUE(control->DownloadUpgrade(results(listed), "QV", "C:\\")) << "the last one counts";
+    watcher.whenFailing("");
+    EXPECT_TRUE(engine.DownloadUpgrade(*results(listed), "C:\\QV\\")) << "the last one counts";
     EXPECT_EQ(contents("C:\\QV\\upgrade\\upgrade7.2\\c.txt"), "cc");
     EXPECT_FALSE(services.files.hasFile("C:\\QV\\upgrade\\b"));
     EXPECT_EQ(contents("C:\\QV\\upgrade.xml"), results(listed)->xml() + "\r\n");
     EXPECT_EQ(services.network.requests.size(), 2U);
 
-    EXPECT_FALSE(control->DownloadUpgrade(results("<command name='upgrade100'/>"), "New", "C:\\QV\\"));
+    EXPECT_FALSE(engine.DownloadUpgrade(*results("<command name='upgrade100'/>"), "C:\\QV\\New\\"));
     EXPECT_TRUE(services.files.folderExists("C:\\QV\\New\\upgrade\\upgrade"));
     EXPECT_TRUE(services.files.hasFile("C:\\QV\\New\\upgrade.xml"));
-    EXPECT_FALSE(control->DownloadUpgrade(
-        results("<command name='upgrade100' latestversion='..\\..'/><file filename='a'/>"), "New", "C:\\QV\\"));
-    EXPECT_FALSE(control->DownloadUpgrade(results("<file filename='a'/>"), "Other", "C:\\QV\\"));
+    EXPECT_FALSE(engine.DownloadUpgrade(
+        *results("<command name='upgrade100' latestversion='..\\..'/><file filename='a'/>"), "C:\\QV\\New\\"));
+    EXPECT_FALSE(engine.DownloadUpgrade(*results("<file filename='a'/>"), "C:\\QV\\Other\\"));
     EXPECT_TRUE(services.files.folderExists("C:\\QV\\Other\\upgrade"));
     EXPECT_FALSE(services.files.hasFile("C:\\QV\\Other\\upgrade.xml"));
 
     services.files.denyCreation("C:\\QV");
-    EXPECT_THROW((void)control->DownloadUpgrade(results("<file filename='a'/>"), "Third", "C:\\QV\\"),
-                 base::RuntimeError);
-    EXPECT_THROW((void)control->DownloadUpgrade(nullptr, "QV", "C:\\"), base::RuntimeError);
+    EXPECT_THROW((void)engine.DownloadUpgrade(*results("<file filename='a'/>"), "C:\\QV\\Third\\"), base::RuntimeError);
 }
 
 TEST_F(UpgradeTest, SetUpStartsWhenTheHostKnowsOfIt) {
-    const std::string text = "A. You need to upgrade QuorVantis: \r\n  1) Press OK to start the upgrade.\r\n"
-                             "  2) When the upgrade is complete QuorVantis will re-start.";
     const auto runSetup = [&] {
-        services.desktop.whenAsked(text);
-        return base::errorNumber([&] { control->RunSetup(); });
+        watcher.whenSetUpIsDue();
+        return base::errorNumber([&] { engine.RunSetup(); });
     };
     EXPECT_EQ(runSetup(), 0) << "there is none";
     services.files.addFile("C:\\quorvantissetup.exe", "MZ");
@@ -113,27 +115,11 @@ TEST_F(UpgradeTest, SetUpStartsWhenTheHostKnowsOfIt) {
     EXPECT_EQ(host->get("gBusyWithUpgrade"), base::Variant(true));
     option("RequireSignedSetup", "False");
     services.files.addFile("C:\\QV\\Setup.exe", "MZ");
-    control->MustRunSetupName = "C:\\QV\\Setup.exe";
+    session.MustRunSetupName = "C:\\QV\\Setup.exe";
     EXPECT_EQ(runSetup(), 0);
     EXPECT_EQ(services.programs.started, (Rows{"C:\\\\QuorVantisSetup.exe", "C:\\QV\\Setup.exe"}));
     EXPECT_EQ(services.programs.held, Rows{});
 }
 
-TEST_F(UpgradeTest, ARunFetchesFilesAndEndsWithTheSetUp) {
-    host->addProperty("gBusyWithUpgrade", false);
-    load("<commands><command name='getnews' checked='yes' show='yes' forcedownload='true'/></commands>");
-    control->bLoginNotRequired = true;
-    services.files.addFile("C:\\QV\\files\\QuorVantisSetup.exe", "old");
-    services.programs.add("C:\\QV\\files\\QuorVantisSetup.exe", {base::toFileVersion("7")});
-    services.network.willAnswer("<results><file filename='QuorVantisSetup.exe' version=''/></results>");
-    services.network.willAnswer(file("MZ"));
-    services.desktop.whenAsked("A. You need to upgrade QuorVantis: \r\n  1) Press OK to start the upgrade.\r\n"
-                               "  2) When the upgrade is complete QuorVantis will re-start.");
-    control->cmdOK.userClick();
-    EXPECT_EQ(services.programs.started, (Rows{"C:\\QV\\files\\QuorVantisSetup.exe"}));
-    EXPECT_EQ(control->lvCommands.cell(0, 3), "Done");
-    EXPECT_FALSE(control->bMustRunSetup);
-}
-
 } // namespace
-} // namespace sendreceive
+} // namespace exchange
