@@ -23,4 +23,13 @@ template <typename Step>
     }
 }
 
+// For the way out, where nothing may be raised any more: what goes wrong is past mending.
+template <typename Step>
+void quietly(Step&& step) noexcept {
+    try {
+        std::forward<Step>(step)();
+    } catch (...) {
+    }
+}
+
 } // namespace base

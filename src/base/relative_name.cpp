@@ -1,5 +1,7 @@
 #include "base/relative_name.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 
 namespace base {
@@ -20,33 +22,15 @@ bool everyPart(std::string_view name, Test&& passes) {
     }
 }
 
-bool equalsIgnoringAsciiCase(std::string_view left, std::string_view right) noexcept {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&](char a, char b) { return lower(a) == lower(b); });
-}
-
 // COM1 to COM9 and LPT1 to LPT9; the digits 1 to 3 also as superscripts, in UTF-8.
 bool isNumberedPort(std::string_view stem) noexcept {
     const std::string_view port = stem.substr(0, 3);
     const std::string_view number = stem.substr(port.size());
-    if (!equalsIgnoringAsciiCase(port, "com") && !equalsIgnoringAsciiCase(port, "lpt")) {
+    if (!equalIgnoringAsciiCase(port, "com") && !equalIgnoringAsciiCase(port, "lpt")) {
         return false;
     }
     return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') || number == "\xC2\xB9" ||
            number == "\xC2\xB2" || number == "\xC2\xB3";
-}
-
-// A device stays one with any extension behind it and blanks before that.
-bool isDevice(std::string_view part) noexcept {
-    std::string_view stem = part.substr(0, part.find('.'));
-    stem = stem.substr(0, stem.find_last_not_of(' ') + 1);
-    for (const std::string_view device : {"con", "prn", "aux", "nul", "conin$", "conout$"}) {
-        if (equalsIgnoringAsciiCase(stem, device)) {
-            return true;
-        }
-    }
-    return isNumberedPort(stem);
 }
 
 bool isForbidden(char c) noexcept {
@@ -54,6 +38,18 @@ bool isForbidden(char c) noexcept {
 }
 
 } // namespace
+
+// A device stays one with any extension behind it and blanks before that.
+bool isDeviceName(std::string_view name) noexcept {
+    std::string_view stem = name.substr(0, name.find('.'));
+    stem = stem.substr(0, stem.find_last_not_of(' ') + 1);
+    for (const std::string_view device : {"con", "prn", "aux", "nul", "conin$", "conout$"}) {
+        if (equalIgnoringAsciiCase(stem, device)) {
+            return true;
+        }
+    }
+    return isNumberedPort(stem);
+}
 
 bool staysInside(std::string_view relativeName) noexcept {
     return relativeName.find(':') == std::string_view::npos && !relativeName.starts_with('\\') &&
@@ -63,7 +59,7 @@ bool staysInside(std::string_view relativeName) noexcept {
 
 bool namesAFileInside(std::string_view relativeName) noexcept {
     return staysInside(relativeName) && everyPart(relativeName, [](std::string_view part) {
-               return part.find_first_not_of(". ") != std::string_view::npos && !isDevice(part) &&
+               return part.find_first_not_of(". ") != std::string_view::npos && !isDeviceName(part) &&
                       std::none_of(part.begin(), part.end(), isForbidden);
            });
 }

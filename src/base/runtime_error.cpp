@@ -23,8 +23,11 @@ std::string_view standardText(std::int32_t number) noexcept {
     case error::kPathFileAccess: return "Path/File access error";
     case error::kPathNotFound: return "Path not found";
     case error::kObjectNotSet: return "Object variable or With block variable not set";
+    case error::kInvalidUseOfNull: return "Invalid use of Null";
     case error::kFormAlreadyDisplayed: return "Form already displayed; can't show modally";
     case error::kNoSuchMember: return "Object doesn't support this property or method";
+    case error::kArgumentNotOptional: return "Argument not optional";
+    case error::kWrongNumberOfArguments: return "Wrong number of arguments or invalid property assignment";
     case error::kKeyNotUnique: return "Key is not unique in collection";
     default: return "Application-defined or object-defined error";
     }

@@ -27,8 +27,11 @@ inline constexpr std::int32_t kDiskNotReady = 71;
 inline constexpr std::int32_t kPathFileAccess = 75;
 inline constexpr std::int32_t kPathNotFound = 76;
 inline constexpr std::int32_t kObjectNotSet = 91;
+inline constexpr std::int32_t kInvalidUseOfNull = 94;
 inline constexpr std::int32_t kFormAlreadyDisplayed = 400;
 inline constexpr std::int32_t kNoSuchMember = 438;
+inline constexpr std::int32_t kArgumentNotOptional = 449;
+inline constexpr std::int32_t kWrongNumberOfArguments = 450;
 inline constexpr std::int32_t kKeyNotUnique = 35602;
 // The number of errors that a library reports without one of its own; the description is the library's text.
 inline constexpr std::int32_t kUnspecified = -2147467259;

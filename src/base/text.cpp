@@ -12,10 +12,6 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool isContinuation(unsigned char byte) noexcept {
-    return (byte & 0xC0U) == 0x80U;
-}
-
 struct Decoded {
     char32_t codePoint;
     std::size_t length; // bytes taken
@@ -45,7 +41,7 @@ Decoded decodeAt(std::string_view text, std::size_t i) noexcept {
         return {kReplacement, 1, false};
     }
     for (std::size_t k = 1; k < length; ++k) {
-        if (!isContinuation(byte(i + k))) {
+        if (!continuesCharacter(text[i + k])) {
             return {kReplacement, 1, false};
         }
         value = (value << 6U) | (byte(i + k) & 0x3FU);
@@ -57,22 +53,8 @@ Decoded decodeAt(std::string_view text, std::size_t i) noexcept {
 }
 
 void appendUtf8(std::string& out, char32_t c) {
-    const auto put = [&](char32_t bits) { out.push_back(static_cast<char>(static_cast<unsigned char>(bits))); };
-    if (c < 0x80) {
-        put(c);
-    } else if (c < 0x800) {
-        put(0xC0U | (c >> 6U));
-        put(0x80U | (c & 0x3FU));
-    } else if (c < 0x10000) {
-        put(0xE0U | (c >> 12U));
-        put(0x80U | ((c >> 6U) & 0x3FU));
-        put(0x80U | (c & 0x3FU));
-    } else {
-        put(0xF0U | (c >> 18U));
-        put(0x80U | ((c >> 12U) & 0x3FU));
-        put(0x80U | ((c >> 6U) & 0x3FU));
-        put(0x80U | (c & 0x3FU));
-    }
+    char bytes[4];
+    out.append(bytes, encodeUtf8(c, bytes));
 }
 
 bool isHighSurrogate(char32_t c) noexcept {
@@ -93,6 +75,28 @@ char16_t upperUnit(char16_t unit) noexcept {
 }
 
 } // namespace
+
+std::size_t encodeUtf8(char32_t c, char (&out)[4]) noexcept {
+    std::size_t length = 0;
+    const auto put = [&](char32_t bits) { out[length++] = static_cast<char>(static_cast<unsigned char>(bits)); };
+    if (c < 0x80) {
+        put(c);
+    } else if (c < 0x800) {
+        put(0xC0U | (c >> 6U));
+    } else if (c < 0x10000) {
+        put(0xE0U | (c >> 12U));
+    } else {
+        put(0xF0U | (c >> 18U));
+        put(0x80U | ((c >> 12U) & 0x3FU));
+    }
+    if (c >= 0x800) {
+        put(0x80U | ((c >> 6U) & 0x3FU));
+    }
+    if (c >= 0x80) {
+        put(0x80U | (c & 0x3FU));
+    }
+    return length;
+}
 
 std::u16string toUtf16(std::string_view utf8) {
     std::u16string out;
@@ -183,10 +187,9 @@ std::string upperCase(std::string_view utf8) {
 
 bool equalInUpperCase(std::string_view a, std::string_view b) {
     const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
     std::size_t i = 0;
     while (i < a.size() && i < b.size() && isAscii(a[i]) && isAscii(b[i])) {
-        if (upper(a[i]) != upper(b[i])) {
+        if (toLowerAscii(a[i]) != toLowerAscii(b[i])) {
             return false;
         }
         ++i;
@@ -194,14 +197,17 @@ bool equalInUpperCase(std::string_view a, std::string_view b) {
     return (i == a.size() && i == b.size()) || upperCase(a.substr(i)) == upperCase(b.substr(i));
 }
 
+bool equalIgnoringAsciiCase(std::string_view a, std::string_view b) noexcept {
+    return std::ranges::equal(a, b, {}, toLowerAscii, toLowerAscii);
+}
+
 // After Horspool: answers and requests of many megabytes are searched for names.
 bool containsIgnoringCase(std::string_view bytes, std::string_view part) noexcept {
     if (part.empty()) {
         return true;
     }
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
-    const auto equal = [&](char a, char b) { return lower(a) == lower(b); };
-    const auto index = [&](char c) { return static_cast<unsigned char>(lower(c)); };
+    const auto equal = [](char a, char b) { return toLowerAscii(a) == toLowerAscii(b); };
+    const auto index = [](char c) { return static_cast<unsigned char>(toLowerAscii(c)); };
     const std::size_t last = part.size() - 1;
     std::array<std::size_t, 256> step; // how far the part may move on, by the byte below its last one
     step.fill(part.size());

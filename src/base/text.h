@@ -13,6 +13,14 @@ namespace base {
 [[nodiscard]] std::u16string toUtf16(std::string_view utf8);
 [[nodiscard]] std::string toUtf8(std::u16string_view utf16);
 
+// The bytes of one code point (at most U+10FFFF), as many as the result says.
+[[nodiscard]] std::size_t encodeUtf8(char32_t codePoint, char (&out)[4]) noexcept;
+
+// Inside a character: not its first byte.
+[[nodiscard]] constexpr bool continuesCharacter(char byte) noexcept {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 // True when the bytes are strict UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 [[nodiscard]] bool isValidUtf8(std::string_view bytes) noexcept;
 
@@ -30,6 +38,13 @@ namespace base {
 [[nodiscard]] std::string upperCase(std::string_view utf8);
 // The same as comparing both in upper case, without the copies for plain text.
 [[nodiscard]] bool equalInUpperCase(std::string_view a, std::string_view b);
+
+// A to Z in lower case; every other byte stays.
+[[nodiscard]] constexpr char toLowerAscii(char c) noexcept {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+// For names that are ASCII by definition, such as those of HTTP headers and devices.
+[[nodiscard]] bool equalIgnoringAsciiCase(std::string_view a, std::string_view b) noexcept;
 
 // Letter case ignored, for a `part` of ASCII characters; any bytes may be searched.
 [[nodiscard]] bool containsIgnoringCase(std::string_view bytes, std::string_view part) noexcept;

@@ -49,7 +49,7 @@ double asNumber(const Variant& value) {
 std::string toText(const Variant& value) {
     struct Visitor {
         std::string operator()(Empty) const { return {}; }
-        std::string operator()(Null) const { throw RuntimeError(94, "Invalid use of Null"); }
+        std::string operator()(Null) const { throw RuntimeError(error::kInvalidUseOfNull); }
         std::string operator()(bool flag) const { return flag ? "True" : "False"; }
         std::string operator()(std::int32_t number) const { return std::to_string(number); }
         std::string operator()(double number) const { return numberText(number); }

@@ -106,10 +106,7 @@ void DownloadFile::leave() {
 
 void DownloadFile::discard() noexcept {
     if (std::exchange(m_begun, false)) {
-        try {
-            base::resumeNext([&] { removePart(); });
-        } catch (...) { // nothing more can be done about it: the next download under this name removes it
-        }
+        base::quietly([&] { removePart(); }); // what stays is removed by the next download under this name
     }
 }
 

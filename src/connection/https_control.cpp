@@ -197,13 +197,8 @@ void HttpsControl::receiveFile(std::string_view bytes) {
 
 // A disk that is full or a folder that is shut ends the transfer, as a failure of its own.
 void HttpsControl::writeToFile(const std::function<void()>& step) {
-    try {
-        step();
-    } catch (const base::RuntimeError& e) {
-        if (e.number() == base::error::kOutOfMemory) {
-            throw;
-        }
-        m_notWritten = HttpsResult{https_error::kNotWritten, e.description()};
+    if (const auto error = base::attempt(step)) {
+        m_notWritten = HttpsResult{https_error::kNotWritten, error->description()};
         m_transport->cancel();
     }
 }

@@ -1,5 +1,7 @@
 #include "connection/transfer_text.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -7,10 +9,6 @@ namespace connection {
 namespace {
 
 constexpr std::string_view kMore = "\r\n(There is more than 4 MB; the rest is not shown.)";
-
-bool continues(char byte) noexcept {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
 
 // How many bytes a UTF-8 character has that begins so.
 std::size_t lengthOf(char lead) noexcept {
@@ -23,7 +21,7 @@ std::size_t wholeCharacters(std::string_view text) noexcept {
     constexpr std::size_t kMostContinued = 3;
     for (std::size_t back = 1; back <= std::min(text.size(), kMostContinued); ++back) {
         const char byte = text[text.size() - back];
-        if (!continues(byte)) {
+        if (!base::continuesCharacter(byte)) {
             return lengthOf(byte) > back ? text.size() - back : text.size();
         }
     }

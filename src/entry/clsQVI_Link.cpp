@@ -1,6 +1,7 @@
 #include "entry/clsQVI_Link.h"
 
 #include "base/runtime_error.h"
+#include "base/scope_exit.h"
 #include "entry/QVI_global.h"
 #include "entry/environment.h"
 
@@ -8,38 +9,19 @@ namespace entry {
 namespace {
 
 // Keeps a second Show method out while one runs: a host's timer must not overwrite the values under an open dialog.
-class Showing {
-public:
-    explicit Showing(Environment& environment) : m_environment(environment) {
-        if (environment.desktop.showsForm() || environment.showing.test_and_set()) {
-            throw base::RuntimeError(base::error::kFormAlreadyDisplayed);
-        }
+auto show(Environment& environment) {
+    if (environment.desktop.showsForm() || environment.showing.test_and_set()) {
+        throw base::RuntimeError(base::error::kFormAlreadyDisplayed);
     }
-    Showing(const Showing&) = delete;
-    Showing& operator=(const Showing&) = delete;
-    ~Showing() { m_environment.showing.clear(); }
-
-private:
-    Environment& m_environment;
-};
-
-// Lets go of the image manager however ShowForm ends, so that every call starts with a fresh form.
-class ImageManagerRelease {
-public:
-    explicit ImageManagerRelease(Environment& environment) : m_environment(environment) {}
-    ImageManagerRelease(const ImageManagerRelease&) = delete;
-    ImageManagerRelease& operator=(const ImageManagerRelease&) = delete;
-    ~ImageManagerRelease() { m_environment.imageManager.reset(); }
-
-private:
-    Environment& m_environment;
-};
+    return base::ScopeExit([&environment] { environment.showing.clear(); });
+}
 
 } // namespace
 
 void clsQVI_Link::ShowForm() {
-    const Showing showing(m_environment);
-    const ImageManagerRelease release(m_environment);
+    const auto showing = show(m_environment);
+    // However it ends, the next call starts with a fresh form.
+    const base::ScopeExit release([this] { m_environment.imageManager.reset(); });
     images::frmQVI_Images& form = fillImageManager();
     form.gSettingString = gSettingString;
     form.openSendReceive = [&environment = m_environment] { showSendReceive(environment); };
@@ -50,7 +32,7 @@ void clsQVI_Link::ShowForm() {
 }
 
 void clsQVI_Link::ShowFormSendReceive() {
-    const Showing showing(m_environment);
+    const auto showing = show(m_environment);
     fillImageManager();
     showSendReceive(m_environment);
 }

@@ -31,14 +31,11 @@ bool isLibrary(std::string_view path) {
 
 // What is left in the way is overwritten the next time.
 void removeQuietly(ports::FileSystem& fileSystem, const std::string& path) noexcept {
-    try {
-        base::resumeNext([&] {
-            if (fileSystem.fileExists(path)) {
-                fileSystem.removeFile(path);
-            }
-        });
-    } catch (...) { // out of memory, on the way out of a failure
-    }
+    base::quietly([&] {
+        if (fileSystem.fileExists(path)) {
+            fileSystem.removeFile(path);
+        }
+    });
 }
 
 // What a cabinet gave; removed in the end.

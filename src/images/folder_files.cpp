@@ -1,10 +1,10 @@
 #include "images/folder_files.h"
 
+#include "base/relative_name.h"
 #include "base/resume_next.h"
 #include "base/text.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace images {
@@ -12,19 +12,8 @@ namespace {
 
 constexpr std::size_t kYieldEvery = 256; // entries
 
-// Names that the system takes for devices whatever their extension.
-bool isDeviceName(std::string_view upper) {
-    const std::string_view stem = base::trim(upper.substr(0, upper.find('.')));
-    constexpr std::array<std::string_view, 6> kDevices{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
-    if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) {
-        return true;
-    }
-    // COM0..COM9, LPT0..LPT9, and the superscript digits 1 to 3, two bytes each
-    return (stem.starts_with("COM") || stem.starts_with("LPT")) && (stem.size() == 4 || stem.size() == 5);
-}
-
 // True for names whose existence a list of names cannot decide.
-bool isOdd(std::string_view name, std::string_view upper) {
+bool isOdd(std::string_view name) {
     if (name.empty() || name.front() == ' ' || name.back() == ' ' || name.back() == '.') {
         return true;
     }
@@ -32,7 +21,7 @@ bool isOdd(std::string_view name, std::string_view upper) {
         return static_cast<unsigned char>(c) < 0x20 ||
                std::string_view("\\/:*?\"<>|~").find(c) != std::string_view::npos;
     };
-    return std::any_of(name.begin(), name.end(), odd) || isDeviceName(upper);
+    return std::any_of(name.begin(), name.end(), odd) || base::isDeviceName(name);
 }
 
 } // namespace
@@ -59,9 +48,8 @@ bool FolderFiles::list(ToolRun& run) {
 }
 
 bool FolderFiles::contains(std::string_view name) const {
-    const std::string upper = base::upperCase(name);
-    if (!isOdd(name, upper)) {
-        return known().contains(upper);
+    if (!isOdd(name)) {
+        return known().contains(base::upperCase(name));
     }
     return !name.empty() && m_fileSystem.fileExists(m_folder + "\\" + std::string(name));
 }

@@ -2,6 +2,7 @@
 
 #include "base/resume_next.h"
 #include "base/text.h"
+#include "ports/ensure_folder.h"
 #include "ui/desktop.h"
 
 #include <memory>
@@ -168,9 +169,7 @@ void frmQVI_Images::cmdbrowse_Click() {
 
 void frmQVI_Images::cmdAddSpec_Click() {
     const std::string folder = gQuorVantisPath + "rtf";
-    if (!m_services.fileSystem.folderExists(folder)) {
-        m_services.fileSystem.createFolder(folder);
-    }
+    ports::requireFolder(m_services.fileSystem, folder);
     const std::string picked =
         desktop().openFile({.initialFolder = folder,
                             .fileName = "*",

@@ -3,12 +3,14 @@
 #include "images/frmQVI_Images.h"
 
 #include "base/resume_next.h"
+#include "base/scope_exit.h"
 #include "base/text.h"
 #include "images/auto_link.h"
 #include "images/folder_files.h"
 #include "images/frmBrowseGeneral.h"
 #include "images/image_export.h"
 #include "images/price_list.h"
+#include "ports/ensure_folder.h"
 #include "ui/desktop.h"
 
 #include <optional>
@@ -21,22 +23,15 @@ namespace {
 constexpr std::string_view kPriceList = "c:\\pl.dat";
 
 // Controls that are out of sight for the length of a scope.
-class HiddenControls {
-public:
-    explicit HiddenControls(std::vector<ui::Control*> controls) : m_controls(std::move(controls)) { show(false); }
-    HiddenControls(const HiddenControls&) = delete;
-    HiddenControls& operator=(const HiddenControls&) = delete;
-    ~HiddenControls() { show(true); }
-
-private:
-    void show(bool visible) {
-        for (ui::Control* const control : m_controls) {
+auto hidden(std::vector<ui::Control*> controls) {
+    const auto show = [controls = std::move(controls)](bool visible) {
+        for (ui::Control* const control : controls) {
             control->setVisible(visible);
         }
-    }
-
-    std::vector<ui::Control*> m_controls;
-};
+    };
+    show(false);
+    return base::ScopeExit([show] { show(true); });
+}
 
 } // namespace
 
@@ -100,11 +95,7 @@ void frmQVI_Images::cmdAutoLink_Click() {
                          "in the folder will be linked to there respective products \r\n"
                          "if the file name is the same as the product code.");
     const std::string imagesFolder = gQuorVantisPath + "images";
-    base::resumeNext([&] {
-        if (!m_services.fileSystem.folderExists(imagesFolder)) {
-            m_services.fileSystem.createFolder(imagesFolder);
-        }
-    });
+    base::resumeNext([&] { ports::requireFolder(m_services.fileSystem, imagesFolder); });
     frmBrowseGeneral browse(desktop(), m_services.fileSystem);
     browse.load();
     browse.setFolder(imagesFolder);
@@ -162,17 +153,10 @@ void frmQVI_Images::report(ReportKind kind) {
     const std::string name = linked ? "WhatsLinked.csv" : "WhatsNotLinked.csv";
     // The doubled backslash of the second report's path is deliberate: the file system accepts it.
     const std::string path = gQuorVantisPath + (linked ? "" : "\\") + name;
-    std::optional<std::string> failure;
+    std::optional<base::RuntimeError> failure;
     {
         Run run(*this);
-        try {
-            writeReport(kind, path, run);
-        } catch (const base::RuntimeError& e) {
-            if (e.number() == base::error::kOutOfMemory) {
-                throw;
-            }
-            failure = e.description();
-        }
+        failure = base::attempt([&] { writeReport(kind, path, run); });
         if (run.stopped()) {
             return;
         }
@@ -180,7 +164,7 @@ void frmQVI_Images::report(ReportKind kind) {
     if (failure) {
         List1.setVisible(false);
         desktop().messageBox("Could not open " + gQuorVantisPath + name +
-                             ", Please ensure it is not already open in excel...[" + *failure + "]");
+                             ", Please ensure it is not already open in excel...[" + failure->description() + "]");
     } else {
         desktop().messageBox("Finished...\r\nResults also in " + gQuorVantisPath + name);
     }
@@ -188,7 +172,7 @@ void frmQVI_Images::report(ReportKind kind) {
 
 // The report takes its place in one step at the end: whatever goes wrong, the old one is still there.
 void frmQVI_Images::writeReport(ReportKind kind, const std::string& path, Run& run) {
-    const HiddenControls hidden({&cmdWhatsNotLinked, &CheckRTF});
+    const auto hiddenControls = hidden({&cmdWhatsNotLinked, &CheckRTF});
     static_cast<void>(run.proceed());
     const std::string described = gQuorVantisPath + "pltemp2.dat";
     const bool withDescriptions = m_services.fileSystem.fileExists(described);

@@ -3,6 +3,7 @@
 #include "base/relative_name.h"
 #include "base/resume_next.h"
 #include "base/text.h"
+#include "ports/ensure_folder.h"
 
 #include <unordered_set>
 #include <vector>
@@ -14,10 +15,7 @@ namespace {
 void makeFolders(ports::FileSystem& fileSystem, const std::string& target, const std::string& file) {
     const std::string path = target + "\\" + file;
     for (std::size_t end = target.size(); end != std::string::npos; end = path.find('\\', end + 1)) {
-        const std::string folder = path.substr(0, end);
-        if (!fileSystem.folderExists(folder)) {
-            fileSystem.createFolder(folder);
-        }
+        ports::requireFolder(fileSystem, path.substr(0, end));
     }
 }
 

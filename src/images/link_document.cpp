@@ -74,13 +74,8 @@ void LinkDocument::open(std::string_view hostFolder) {
 
 // False: no content, or none that can be had now.
 bool LinkDocument::read(std::string& bytes) {
-    try {
-        bytes = m_fileSystem.readFile(path());
-    } catch (const RuntimeError& e) {
-        if (e.number() == error::kOutOfMemory) {
-            throw;
-        }
-        m_keepUnreadable = !isMissingFile(e);
+    if (const auto error = base::attempt([&] { bytes = m_fileSystem.readFile(path()); })) {
+        m_keepUnreadable = !isMissingFile(*error);
         return false;
     }
     m_keepUnreadable = !bytes.empty();

@@ -132,9 +132,11 @@ void ucSendReceive::runStateChanged(const exchange::RunState& state) {
                            : state.command == Command::Done ? "Done"
                                                             : "Error");
     }
-    if (state.phase == Phase::Failed || state.phase == Phase::Cancelled) {
-        SetProgressBarMinimum();
-        SetMessage(state.phase == Phase::Failed ? "Send/Receive failed..." : "Send/Receive cancelled...");
+    if (state.phase == Phase::Failed || state.phase == Phase::Cancelled) { // no message is handled before all is told
+        const char* const end = state.phase == Phase::Failed ? "Send/Receive failed..." : "Send/Receive cancelled...";
+        trace(end);
+        lProgress.setText(end);
+        barProgress.setBarWidth(0);
     }
     setBusy(state.running());
 }

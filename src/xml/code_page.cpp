@@ -1,6 +1,6 @@
 #include "xml/code_page.h"
 
-#include <cstddef>
+#include "base/text.h"
 
 namespace xml {
 namespace {
@@ -11,36 +11,18 @@ constexpr unsigned kHighControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 
                                         0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                         0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-char byteOf(unsigned value) noexcept {
-    return static_cast<char>(static_cast<unsigned char>(value));
-}
-
 } // namespace
 
-int encodeWindows1252(unsigned char byte, char (&utf8)[kLongestWindows1252]) noexcept {
-    const unsigned c = byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80U] : byte;
-    if (c < 0x80) {
-        utf8[0] = byteOf(c);
-        return 1;
-    }
-    if (c < 0x800) {
-        utf8[0] = byteOf(0xC0U | (c >> 6U));
-        utf8[1] = byteOf(0x80U | (c & 0x3FU));
-        return 2;
-    }
-    utf8[0] = byteOf(0xE0U | (c >> 12U));
-    utf8[1] = byteOf(0x80U | ((c >> 6U) & 0x3FU));
-    utf8[2] = byteOf(0x80U | (c & 0x3FU));
-    return 3;
+char32_t decodeWindows1252(unsigned char byte) noexcept {
+    return byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80U] : byte;
 }
 
 std::string fromWindows1252(std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size() + bytes.size() / 8);
     for (const char byte : bytes) {
-        char utf8[kLongestWindows1252];
-        const int length = encodeWindows1252(static_cast<unsigned char>(byte), utf8);
-        text.append(utf8, static_cast<std::size_t>(length));
+        char utf8[4];
+        text.append(utf8, base::encodeUtf8(decodeWindows1252(static_cast<unsigned char>(byte)), utf8));
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #include "xml/library.h"
 
 #include "base/runtime_error.h"
+#include "base/text.h"
 #include "xml/code_page.h"
 
 #include <cstdlib>
@@ -27,8 +28,8 @@ int fromWindows1252Bytes(unsigned char* out, int* outLength, const unsigned char
     int taken = 0;
     int written = 0;
     for (; taken < *inLength; ++taken) {
-        char utf8[kLongestWindows1252];
-        const int length = encodeWindows1252(in[taken], utf8);
+        char utf8[4];
+        const int length = static_cast<int>(base::encodeUtf8(decodeWindows1252(in[taken]), utf8));
         if (written + length > *outLength) {
             break;
         }

@@ -1,5 +1,7 @@
 #include "adapters/http/answer_head.h"
 
+#include "base/text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -12,14 +14,6 @@ constexpr std::string_view kBlanks = " \t\r\n";
 std::string_view trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(kBlanks);
     return first == text.npos ? std::string_view{} : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-char lower(char c) noexcept {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool sameField(std::string_view a, std::string_view b) noexcept {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
 }
 
 struct Reason {
@@ -101,8 +95,9 @@ void AnswerHead::add(std::string_view line) {
 }
 
 const std::string* AnswerHead::find(std::string_view field) const noexcept {
-    const auto found =
-        std::find_if(fields.begin(), fields.end(), [&](const auto& header) { return sameField(header.field, field); });
+    const auto found = std::find_if(fields.begin(), fields.end(), [&](const auto& header) {
+        return base::equalIgnoringAsciiCase(header.field, field);
+    });
     return found == fields.end() ? nullptr : &found->value;
 }
 

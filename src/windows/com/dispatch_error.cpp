@@ -53,8 +53,8 @@ void Exception::raise(HRESULT result) {
     case DISP_E_OVERFLOW: throw RuntimeError(base::error::kOverflow);
     case DISP_E_BADINDEX: throw RuntimeError(base::error::kSubscriptOutOfRange);
     case DISP_E_DIVBYZERO: throw RuntimeError(base::error::kDivisionByZero);
-    case DISP_E_PARAMNOTOPTIONAL: throw RuntimeError(449, "Argument not optional");
-    case DISP_E_BADPARAMCOUNT: throw RuntimeError(450, "Wrong number of arguments or invalid property assignment");
+    case DISP_E_PARAMNOTOPTIONAL: throw RuntimeError(base::error::kArgumentNotOptional);
+    case DISP_E_BADPARAMCOUNT: throw RuntimeError(base::error::kWrongNumberOfArguments);
     case E_OUTOFMEMORY: throw std::bad_alloc();
     default: break;
     }

@@ -1,5 +1,7 @@
 #include "windows/forms/text_box_peer.h"
 
+#include "base/text.h"
+
 #include "windows/base/wide.h"
 #include "windows/forms/window_text.h"
 
@@ -16,10 +18,6 @@ constexpr std::size_t kAtOnce = 16 * 1024;
 bool isForReadingLines(HWND edit) noexcept {
     constexpr LONG kStyle = ES_MULTILINE | ES_READONLY;
     return (GetWindowLongW(edit, GWL_STYLE) & kStyle) == kStyle;
-}
-
-bool continuesCharacter(char byte) noexcept {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
 } // namespace
@@ -70,7 +68,7 @@ void TextBoxPeer::showMore() {
     }
     const std::string& text = m_box.text();
     std::size_t end = std::min(m_shown + kAtOnce, text.size());
-    while (end < text.size() && continuesCharacter(text[end])) {
+    while (end < text.size() && base::continuesCharacter(text[end])) {
         ++end;
     }
     const std::wstring part = m_lines->add(toWide(std::string_view(text).substr(m_shown, end - m_shown)));

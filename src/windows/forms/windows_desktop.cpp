@@ -1,6 +1,7 @@
 #include "windows/forms/windows_desktop.h"
 
 #include "base/runtime_error.h"
+#include "base/scope_exit.h"
 #include "windows/base/wide.h"
 #include "windows/forms/common_controls.h"
 #include "windows/forms/control_window.h"
@@ -22,19 +23,6 @@ namespace {
 constexpr ULONGLONG kFlushInterval = 50; // milliseconds
 // Asking for messages costs more than most items of a loop; a click can wait this long.
 constexpr ULONGLONG kPumpInterval = 10; // milliseconds
-
-// Runs a step at the end of a scope, however it ends.
-template <typename Step>
-class Finally {
-public:
-    explicit Finally(Step step) : m_step(step) {}
-    ~Finally() { m_step(); }
-    Finally(const Finally&) = delete;
-    Finally& operator=(const Finally&) = delete;
-
-private:
-    Step m_step;
-};
 
 // The host of a control that shows something modal waits as long as this lives.
 class HostWaits {
@@ -81,11 +69,11 @@ void WindowsDesktop::showModal(ui::Form& form) {
     flush();
     const HostWaits host(runningControl());
     const DpiAwareness awareness;
-    const Finally pass([this] { passQuitOn(); }); // once the window is gone
+    const base::ScopeExit pass([this] { passQuitOn(); }); // once the window is gone
     FormWindow window(m_module, form, boxOwner());
     m_windows.push_back(&window);
     ++m_shown;
-    const Finally pop([this] {
+    const base::ScopeExit pop([this] {
         --m_shown;
         m_windows.pop_back();
     });
