@@ -61,7 +61,7 @@ public:
     void setEvents(CabFileEvents* events) noexcept { m_events = events; }
 
     // Counts the files. The count goes on from that of the call before, so a second call on the same object says twice
-    // as many; deliberate.
+    // as many: hosts are written for that.
     std::int32_t FileCount();
 
     // Extracts the files whose full name in the cabinet is `fileName` (any case), or all when it is empty, into
@@ -74,11 +74,11 @@ public:
     // Raises FileFound for the files whose full name in the cabinet is `fileName`, or for all. True.
     bool GetInfo(const std::string& fileName);
 
-    // The files whose name without folder (unlike above; deliberate) is `fileName`, or all, as a small XML text.
-    // Nothing in it is escaped; deliberate.
+    // The files whose name without folder (unlike above: what hosts show of it) is `fileName`, or all, as a small XML
+    // text. Nothing in it is escaped: hosts cut it up as plain text.
     std::string GetXML(const std::string& fileName);
 
-    // True when there is a setup library to call. The misspelt name is deliberate.
+    // True when there is a setup library to call. The misspelling is part of the name that hosts call.
     [[nodiscard]] bool SetuAPIisPresent();
 
     // A notification of the library, handed on by modCallback; the result is the library's next step.

@@ -73,7 +73,7 @@ void frmDial::progress(std::int32_t number, std::string_view text1, std::string_
                        std::string_view text4) noexcept {
     if (number != 0) {
         lblStatus.setText(std::to_string(number) + "  " + std::string(text1) + " " + std::string(text2) + " " +
-                          std::string(text3) + std::string(text4)); // no blank before the last: deliberate
+                          std::string(text3) + std::string(text4)); // no blank before the last: it continues the third
     }
 }
 

@@ -28,7 +28,7 @@ constexpr Destination kFirewall{&HttpSettings::firewallHost, &HttpSettings::fire
                                 &HttpSettings::firewallPassword};
 constexpr Destination kServer{nullptr, nullptr, &HttpSettings::user, &HttpSettings::password};
 
-// The log names the transport's number of the firewall, not the setting's: deliberate, it is what support asks for.
+// The log names the transport's number of the firewall, not the setting's: that is what support asks for.
 struct Kind {
     std::string_view setting;
     std::string_view logLine;
@@ -42,7 +42,7 @@ constexpr std::array kKinds{
     Kind{"4", "Type 1", Firewall::Tunnel, kFirewall},
 };
 
-// The proxy's own user and password stay what they were: deliberate; without a proxy nobody is told them.
+// The proxy's own user and password stay what they were: without a proxy nobody is told them.
 void reset(HttpSettings& http) {
     HttpSettings fresh;
     fresh.proxyUser = http.proxyUser;

@@ -19,7 +19,7 @@ public:
     std::string ProductCode; // the product selected in the host
     std::string ImagesFile;  // the picture that the host links to it at present
     // Results of ShowForm. The image manager never fills them (it records changes in the link documents), so the host
-    // reads false and "" after every call. Deliberate.
+    // reads false and "" after every call; they stay because hosts read them.
     bool DeleteLink = false;
     std::string NewImageFile;
     std::string gQuorVantisPath; // data folder with its final backslash; a missing one is not added
@@ -32,7 +32,8 @@ public:
     // while a form of the component is on screen, on any thread.
     void ShowForm();
 
-    // Shows the send/receive window modally. gSettingString is deliberately not handed on along this path. Raises as
+    // Shows the send/receive window modally. gSettingString is not handed on along this path: what is
+    // changed in the connection settings then is not kept, and the form says so. Raises as
     // ShowForm does.
     void ShowFormSendReceive();
 

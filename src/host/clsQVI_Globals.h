@@ -14,7 +14,7 @@ public:
     std::string gWebService;
     std::string gSettingString;
 
-    // Deliberately a stub: Empty, whatever the name. Options come only from a host's own globals object.
+    // Empty, whatever the name: options come only from a host's own globals object.
     [[nodiscard]] base::Variant GetValue(const base::Variant& i) const {
         static_cast<void>(i);
         return base::Empty{};

@@ -1,7 +1,8 @@
 // A name/value table of options, filled from the "options" element of a configuration document.
 //
 // Look-ups and changes scan the rows from 0 to the option count INCLUSIVE, one row past the last loaded one, and an
-// added option goes into the row after that one; both are deliberate and belong together.
+// added option goes into the row after that one; the two belong together: a look-up
+// finds what was added because it looks one row too far.
 #pragma once
 
 #include "base/variant.h"
@@ -31,8 +32,8 @@ public:
     // The value of the first row whose name equals `name` in upper case, or "NOT_FOUND". Never raises (but 7).
     [[nodiscard]] std::string GetValue(const base::Variant& name) const;
 
-    // Changes the first row whose name equals `name` exactly (unlike GetValue, case matters: deliberate), or adds one.
-    // Raises 9 when the table is full; the count stays increased.
+    // Changes the first row whose name equals `name` exactly (another case makes another row, which GetValue then
+    // does not find), or adds one. Raises 9 when the table is full; the count stays increased.
     void SetValue(const base::Variant& name, const base::Variant& value);
 
     [[nodiscard]] std::int16_t count() const noexcept { return m_count; }

@@ -23,7 +23,7 @@ constexpr std::array kColors{
     NamedColor{"LIGHTORANGE", 0x80C0FF}, NamedColor{"LIGHTBROWN", 0xA8E0EC},
     NamedColor{"LIGHTYELLOW", 0xC0FFFF}, NamedColor{"LIGHTGREEN", 0xC0FFC0},
     NamedColor{"LIGHTBLUE", 0xFFC0C0},   NamedColor{"LIGHTPURPLE", 0xFFC0FF},
-    NamedColor{"LIGHTRED", 0xC0C0FF},    NamedColor{"LIGHTGREY", ui::color::kLight3d}, // not a fixed grey: deliberate
+    NamedColor{"LIGHTRED", 0xC0C0FF},    NamedColor{"LIGHTGREY", ui::color::kLight3d}, // follows the desktop's colours
 };
 
 } // namespace

@@ -69,9 +69,10 @@ private:
         }
     }
 
-    // Deliberate: the search asks for CODE.JPG and not for the name found, so a second run links the same pictures
-    // again. Its answer cannot change while one code is worked on, so it is asked for once; only a code with an
-    // apostrophe can make an expression of another meaning, whose answer may depend on the links just made.
+    // The search asks for CODE.JPG and not for the name found: a code whose own picture is linked by hand is left
+    // alone, and a second run links the pictures of all others again. Its answer cannot change while one code is worked
+    // on, so it is asked for once; only a code with an apostrophe can make an expression of another meaning, whose
+    // answer may depend on the links just made.
     bool linkContaining(const std::string& code) {
         const std::string upper = base::upperCase(code);
         const std::string exactName = upper + ".JPG";

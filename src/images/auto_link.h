@@ -24,7 +24,7 @@ struct AutoLinkResult {
 
 // Works through the codes in their order, ignoring errors, until the codes or the user's patience end. `files` has been
 // listed. Nothing is saved. The links that both modes make, their order and their duplicates are those of the plain
-// double loop over codes and names; see the two deliberate oddities in the code.
+// double loop over codes and names; what is odd about them is said in the code.
 AutoLinkResult autoLink(const std::vector<std::string>& codes, const FolderFiles& files, AutoLinkMode mode,
                         LinkDocument& document, ToolRun& run);
 

@@ -182,7 +182,7 @@ void frmQVI_Images::cmdAddSpec_Click() {
     const std::string description = desktop().inputBox("Enter a description", "Description");
     lRTF.add(file + " (" + description + ")");
     markModified();
-    // Never finds anything in a specification document, so the same document can be linked twice. Deliberate.
+    // Never finds anything in rtf.xml: a document can be linked once more with another description.
     if (!m_specifications.findLink(ProductCode, file)) {
         m_specifications.add(ProductCode, file, description);
         m_specifications.saveText();

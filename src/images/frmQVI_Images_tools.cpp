@@ -151,7 +151,7 @@ void frmQVI_Images::cmdWhatsNotLinked_Click() {
 void frmQVI_Images::report(ReportKind kind) {
     const bool linked = kind == ReportKind::Linked;
     const std::string name = linked ? "WhatsLinked.csv" : "WhatsNotLinked.csv";
-    // The doubled backslash of the second report's path is deliberate: the file system accepts it.
+    // The second report's path has always had its backslash twice; the file system takes it for one.
     const std::string path = gQuorVantisPath + (linked ? "" : "\\") + name;
     std::optional<base::RuntimeError> failure;
     {

@@ -69,7 +69,8 @@ public:
     [[nodiscard]] bool isLinked(std::string_view code, std::string_view file) const;
 
     // First node of "images/p[@f1='code' and @f2='file']", asked so of BOTH kinds: in rtf.xml, whose root
-    // is "rtf", it never finds anything and every manual link is added anew. Deliberate.
+    // is "rtf", it never finds anything and every manual link is added anew, so that one document can have several
+    // descriptions.
     [[nodiscard]] Link findLink(std::string_view code, std::string_view file) const;
 
     // First node of "//p[@f1='code' and @f2='file']".
@@ -86,7 +87,8 @@ public:
     // Takes out of the root, in one pass over its children, the links that the system does not need: those whose file
     // is named exactly after their code (whatever the case), and of each group of equal links all but the first two.
     // Nothing is saved. The pass visits positions 0 to N - 1 of the child list, N taken once, and the list closes up
-    // under it: after a removal the child that moves into the place is not examined. Deliberate. `proceed` is called
+    // under it: after a removal the child that moves into the place is not examined, so a run can leave
+    // some for the next one. `proceed` is called
     // once a child; false ends the pass. A value that makes an invalid expression raises, with what was removed so far
     // removed.
     void cleanUp(const std::function<bool()>& proceed);

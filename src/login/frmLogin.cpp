@@ -96,7 +96,7 @@ void frmLogin::Form_KeyPress(char16_t& key) {
     if (key == ui::key::kReturn) {
         key = 0;
         cmdOK_Click();
-    } else if (key == 0) { // the one key that cancels; Escape deliberately does nothing
+    } else if (key == 0) { // the one key that cancels; Escape, pressed by mistake, must not end the run
         cmdCancel_Click();
     }
 }

@@ -62,7 +62,7 @@ void frmQVI_sendreceive::DownloadComplete(std::string& name, const xml::XmlNode&
         gotsendimagelinks210();
     } else if (name == command::kSendProductGroups) {
         m_engine->SetMessage("Product groups have been sent");
-        // Not guarded: without the mark the run ends with the store's error. Deliberate.
+        // Without the mark the run ends with the store's error: somebody else has taken the groups meanwhile.
         m_services.engine.settings.remove("QuorVantis", "Main", "ProductGroups");
     }
 }

@@ -1,4 +1,4 @@
-// The option table with its deliberate oddities: the scan one row past the end and the two kinds of comparison.
+// The option table with its oddities: the scan one row past the end and the two kinds of comparison.
 #include "host/clsglobals.h"
 
 #include "base/error_number.h"
