@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace com_test {
@@ -16,6 +17,8 @@ struct LiveObjects {
     int gdiObjects = 0;
     int windows = 0;         // of this thread, without those inside other windows
     int freeThreadSlots = 0; // a process has 1,088
+    int freeFiberSlots = 0;  // 128 until Windows 10
+    int memoryBlocks = 0;    // of all heaps
 
     friend bool operator==(const LiveObjects&, const LiveObjects&) = default;
 };
@@ -27,13 +30,29 @@ inline BOOL CALLBACK countWindow(HWND, LPARAM count) {
     return TRUE;
 }
 
-inline int freeThreadSlots() {
+template <typename Take, typename Free>
+int freeSlots(Take take, Free free) {
     std::vector<DWORD> taken;
-    for (DWORD slot = TlsAlloc(); slot != TLS_OUT_OF_INDEXES; slot = TlsAlloc()) {
+    for (DWORD slot = take(); slot != TLS_OUT_OF_INDEXES; slot = take()) {
         taken.push_back(slot);
     }
-    std::ranges::for_each(taken, TlsFree);
+    std::ranges::for_each(taken, free);
     return static_cast<int>(taken.size());
+}
+
+inline int memoryBlocks() {
+    int blocks = 0;
+    std::array<HANDLE, 64> heaps;
+    const DWORD count = GetProcessHeaps(heaps.size(), heaps.data());
+    for (const HANDLE heap : std::span(heaps).first(std::min<std::size_t>(count, heaps.size()))) {
+        PROCESS_HEAP_ENTRY entry{};
+        HeapLock(heap);
+        while (HeapWalk(heap, &entry)) {
+            blocks += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? 1 : 0;
+        }
+        HeapUnlock(heap);
+    }
+    return blocks;
 }
 
 } // namespace detail
@@ -49,7 +68,9 @@ inline int freeThreadSlots() {
     for (std::uintptr_t place = 0; place < kGdiPlaces; ++place) { // no upper half: whatever use of the place it is
         live.gdiObjects += GetObjectType(reinterpret_cast<HGDIOBJ>(place)) != 0 ? 1 : 0;
     }
-    live.freeThreadSlots = detail::freeThreadSlots();
+    live.freeThreadSlots = detail::freeSlots(TlsAlloc, TlsFree);
+    live.freeFiberSlots = detail::freeSlots([] { return FlsAlloc(nullptr); }, FlsFree);
+    live.memoryBlocks = detail::memoryBlocks();
     EnumThreadWindows(GetCurrentThreadId(), detail::countWindow, reinterpret_cast<LPARAM>(&live.windows));
     return live;
 }
@@ -67,6 +88,8 @@ inline int freeThreadSlots() {
         HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
         HWND window = nullptr;
         DWORD threadSlot = TlsAlloc();
+        DWORD fiberSlot = FlsAlloc(nullptr);
+        void* memory = HeapAlloc(GetProcessHeap(), 0, 1);
     };
     std::array<Lost, 20> lost;
     for (Lost& one : lost) {
@@ -78,9 +101,12 @@ inline int freeThreadSlots() {
         DeleteObject(one.brush);
         DestroyWindow(one.window);
         TlsFree(one.threadSlot);
+        FlsFree(one.fiberSlot);
+        HeapFree(GetProcessHeap(), 0, one.memory);
     }
     const bool show = now.kernelHandles == before.kernelHandles + 20 && now.gdiObjects == before.gdiObjects + 20 &&
-                      now.windows == before.windows + 20 && now.freeThreadSlots == before.freeThreadSlots - 20;
+                      now.windows == before.windows + 20 && now.freeThreadSlots == before.freeThreadSlots - 20 &&
+                      now.freeFiberSlots == before.freeFiberSlots - 20 && now.memoryBlocks >= before.memoryBlocks + 20;
     DestroyWindow(first);
     return show;
 }
