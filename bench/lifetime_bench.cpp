@@ -9,14 +9,18 @@
 
 #include "windows/com/com_support.h"
 #include "windows/com/form_closer.h"
+#include "windows/com/host_thread.h"
 #include "windows/com/live_objects.h"
 
 #include "windows/com/quorvantisimage.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -25,6 +29,7 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 constexpr wchar_t kOurs[] = L"QuorvantisImage.clsQVI_Link";
+constexpr wchar_t kOurControl[] = L"QuorvantisImage.ucSendReceive";
 constexpr wchar_t kDll[] = L"QuorvantisImage.dll";
 
 void require(const char* what, HRESULT result) {
@@ -36,9 +41,11 @@ void require(const char* what, HRESULT result) {
 
 void show(const char* what, int rounds) {
     const com_test::LiveObjects live = com_test::liveObjects();
-    std::printf(
-        "  after %5d %s: resident %ld KB, %d kernel handles, %d GDI objects, %d windows, %d free thread slots\n",
-        rounds, what, bench::residentKb(), live.kernelHandles, live.gdiObjects, live.windows, live.freeThreadSlots);
+    std::printf("  after %5d %s: resident %ld KB, %d blocks of memory, %d kernel handles, %d GDI objects, %d windows, "
+                "free slots "
+                "of threads %d, of fibers %d\n",
+                rounds, what, bench::residentKb(), live.memoryBlocks, live.kernelHandles, live.gdiObjects, live.windows,
+                live.freeThreadSlots, live.freeFiberSlots);
 }
 
 ComPtr<IDispatch> createObject(const wchar_t* progId) {
@@ -102,9 +109,6 @@ void measureLoads(int rounds) {
     const Contestant& ours = contestants[0];
     while (ours.rounds() < rounds) {
         std::ranges::for_each(contestants, &Contestant::takeTurn);
-        if (ours.rounds() == rounds / 10 || ours.rounds() >= rounds) {
-            show("loads", ours.rounds());
-        }
     }
     std::ranges::for_each(contestants, &Contestant::report);
     const com_test::ComApartment apartment;
@@ -112,6 +116,70 @@ void measureLoads(int rounds) {
     Contestant loaded("create and release while the DLL is loaded", rounds, [] { createObject(kOurs); });
     loaded.takeTurn();
     loaded.report();
+}
+
+// A document that is none, so that there is an error too.
+void useOurs() {
+    const com_test::ComApartment apartment;
+    ComPtr<_ucSendReceive> control;
+    ComPtr<IDispatch> commands;
+    ComPtr<_XmlDocument> document;
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    require("QueryInterface", createObject(kOurControl).As(&control));
+    require("domCommands", control->get_domCommands(&commands));
+    require("QueryInterface", commands.As(&document));
+    require("loadXML", document->loadXML(com_test::Text(L"<no end").value, &loaded));
+}
+
+// Keeps loaded what ours needs of the system: only ours comes and goes then, and what Wine's lose does not count.
+void keepSystemDlls(const std::wstring& path) {
+    const HMODULE ours = LoadLibraryW(path.c_str());
+    std::array<HMODULE, 1024> modules{};
+    DWORD size = 0;
+    K32EnumProcessModules(GetCurrentProcess(), modules.data(), sizeof modules, &size);
+    for (const HMODULE module :
+         std::span(modules).first(std::min<std::size_t>(modules.size(), size / sizeof(HMODULE)))) {
+        HMODULE kept = nullptr;
+        if (module != ours) {
+            GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(module), &kept);
+        }
+    }
+    FreeLibrary(ours);
+}
+
+void countWhatStays(int rounds) {
+    keepSystemDlls(registeredPath());
+    struct User {
+        const char* name;
+        void (*loadUseUnload)();
+    };
+    const User users[] = {
+        {"loads for the thread that loads",
+         [] {
+             const com_test::ComApartment apartment;
+             useOurs();
+         }},
+        {"loads for a thread that ends before the unloading",
+         [] {
+             const com_test::ComApartment apartment;
+             const com_test::HostThread user(useOurs);
+         }},
+        {"loads for a thread that ends after the unloading",
+         [] {
+             std::optional<com_test::ComApartment> apartment(std::in_place);
+             const com_test::HostThread user(useOurs);
+             apartment.reset();
+         }},
+    };
+    for (const User& user : users) {
+        for (int done = 1; done <= rounds; ++done) {
+            user.loadUseUnload();
+            require("Unloading", GetModuleHandleW(kDll) == nullptr ? S_OK : E_FAIL);
+            if (done == rounds / 10 || done == rounds) {
+                show(user.name, done);
+            }
+        }
+    }
 }
 
 void measureForms(const wchar_t* folder, int rounds) {
@@ -145,9 +213,11 @@ int wmain(int count, wchar_t** arguments) {
         return 2;
     }
     require("Seeing twenty lost objects", com_test::twentyLostObjectsShow() ? S_OK : E_FAIL);
-    std::puts("twenty events, brushes, windows and thread slots lost on purpose are counted");
+    std::puts("twenty events, brushes, windows, slots and blocks of memory lost on purpose are counted");
     const HMODULE kept = LoadLibraryW(L"comdlg32.dll"); // Wine's loses a handle each time that it is loaded
-    measureLoads(count > 2 ? _wtoi(arguments[2]) : 10'000);
+    const int loads = count > 2 ? _wtoi(arguments[2]) : 10'000;
+    measureLoads(loads / 10);
+    countWhatStays(loads);
     measureForms(arguments[1], count > 3 ? _wtoi(arguments[3]) : 1'000);
     FreeLibrary(kept);
     return 0;

@@ -36,21 +36,23 @@ TEST(PosixThreads, OneAtATimeHasAMutexHoweverItBegan) {
     ASSERT_EQ(pthread_mutex_init(&begun, nullptr), 0);
     for (pthread_mutex_t mutex : {PTHREAD_MUTEX_INITIALIZER, PTHREAD_RECURSIVE_MUTEX_INITIALIZER, begun}) {
         pthread_cond_t changed = PTHREAD_COND_INITIALIZER;
-        int turn = 0; // plain: what the mutex does not guard is lost or seen late
+        int turns = 0; // plain: what the mutex does not guard gets lost
+        int done = 0;
         onFourThreads([&] {
             for (int i = 0; i < 5'000; ++i) {
                 pthread_mutex_lock(&mutex);
-                ++turn;
+                ++turns;
                 pthread_mutex_unlock(&mutex);
             }
             pthread_mutex_lock(&mutex);
+            ++done;
             pthread_cond_broadcast(&changed);
-            while (turn != 20'000) {
+            while (done < 4) {
                 pthread_cond_wait(&changed, &mutex);
             }
             pthread_mutex_unlock(&mutex);
         });
-        EXPECT_EQ(turn, 20'000);
+        EXPECT_EQ(turns, 20'000);
     }
 }
 
