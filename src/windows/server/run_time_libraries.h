@@ -1,5 +1,4 @@
-// The compiler's run-time libraries inside the DLL, among them a thread library. They count on living as long as the
-// process.
+// The compiler's run-time libraries inside the DLL. They count on living as long as the process.
 #pragma once
 
 namespace windows::com {
